@@ -1,0 +1,48 @@
+#pragma once
+
+#include "audio/EngineContext.h"
+#include "audio/MicrophoneState.h"
+#include "base/Stream.h"
+#include "base/UserDefaults.h"
+
+#include <memory>
+
+namespace fadewell {
+
+/// Follows the default input device, shows its state, and mutes it for all apps.
+///
+/// What it muted stands in the user defaults under "mutedInputDevices" (device UID to -1 for a mute
+/// switch, else to the volume it had), so that it can be undone after a crash.
+class MicrophoneController final : public std::enable_shared_from_this<MicrophoneController> {
+public:
+    static constexpr const char* mutedInputDevicesKey = "mutedInputDevices";
+
+    [[nodiscard]] static std::shared_ptr<MicrophoneController>
+    create(EngineContext context, std::shared_ptr<UserDefaults> defaults);
+    ~MicrophoneController();
+    MicrophoneController(const MicrophoneController&) = delete;
+    MicrophoneController& operator=(const MicrophoneController&) = delete;
+
+    /// A state equal to the last one is not published; only the newest is kept.
+    [[nodiscard]] Stream<MicrophoneState>& states();
+
+    /// Begins following the default input device. Asynchronous.
+    void start();
+
+    /// Mutes or unmutes the followed device; a mute follows the default input. Asynchronous.
+    void setMuted(bool muted);
+
+    /// Sets the input volume, clamped to 0 to 1; ends a mute. Asynchronous.
+    void setVolume(double volume);
+
+    /// Undoes every mute of this program before it returns; publishes nothing.
+    void releaseMute();
+
+    /// Undoes the mutes that an earlier run left behind. [any thread]
+    static void restoreLeftMuted(AudioHardware& hardware, UserDefaults& defaults);
+
+private:
+    // The engine's author fills this in.
+};
+
+} // namespace fadewell

@@ -1,0 +1,18 @@
+# Every library Fadewell links, and why. The matching Debian packages stand in scripts/packages.sh.
+find_package(PkgConfig REQUIRED)
+find_package(Threads REQUIRED)
+find_package(fmt REQUIRED)             # text formatting: GCC 12 has no std::format
+find_package(spdlog REQUIRED)          # log sinks: standard error and the systemd journal
+find_package(nlohmann_json REQUIRED)   # the stored settings and every --json output
+find_package(ICU REQUIRED COMPONENTS i18n uc) # locale-aware sorting, percentages, lists
+pkg_check_modules(UUID REQUIRED IMPORTED_TARGET uuid)                   # random UUIDs of taps and aggregates
+pkg_check_modules(PIPEWIRE REQUIRED IMPORTED_TARGET libpipewire-0.3)    # the sound system
+pkg_check_modules(SYSTEMD REQUIRED IMPORTED_TARGET libsystemd)          # the journal and user scopes
+if(FADEWELL_QT)
+    find_package(Qt6 REQUIRED COMPONENTS Core DBus) # event loop of the program, session bus
+    find_package(CLI11 REQUIRED)                    # command lines of fadewell and fadewellctl
+endif()
+if(FADEWELL_TESTS)
+    find_package(GTest REQUIRED)       # tests
+    find_package(benchmark REQUIRED)   # benchmarks
+endif()
