@@ -1,0 +1,2 @@
+list(APPEND FADEWELL_LINUX_SOURCES
+    pipewire/Connection.cpp)
