@@ -1,24 +1,8 @@
 #include "platform/linux/pipewire/taps/Taps.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <cstring>
-#include <type_traits>
 
 namespace fadewell::pipewire {
-namespace {
-
-template <class T>
-std::vector<std::byte> bytesOf(const T& value)
-{
-    static_assert(std::is_trivially_copyable_v<T>);
-    std::vector<std::byte> bytes(sizeof(T));
-    std::memcpy(bytes.data(), &value, sizeof(T));
-    return bytes;
-}
-
-} // namespace
-
 bool Taps::has(AudioObjectID object, const AudioObjectPropertyAddress& address) const
 {
     std::optional<std::string> text;
@@ -72,8 +56,8 @@ OSStatus Taps::getString(AudioObjectID object,
     return kAudioHardwareUnknownPropertyError;
 }
 
-std::optional<Taps::Bytes> Taps::property(AudioObjectID object,
-                                          const AudioObjectPropertyAddress& address) const
+std::optional<PropertyBytes> Taps::property(AudioObjectID object,
+                                            const AudioObjectPropertyAddress& address) const
 {
     if (const auto tap = taps_.find(object); tap != taps_.end()) {
         const bool isFormat = address.mSelector == kAudioTapPropertyFormat;
@@ -84,10 +68,10 @@ std::optional<Taps::Bytes> Taps::property(AudioObjectID object,
                                           : std::nullopt;
 }
 
-Taps::Bytes Taps::tapFormat(const TapObject& tap) const
+PropertyBytes Taps::tapFormat(const TapObject& tap) const
 {
     AudioStreamBasicDescription format;
-    format.mSampleRate = tap.streams ? tap.streams->sampleRate() : sampleRate();
+    format.mSampleRate = tap.streams ? tap.streams->sampleRate() : devices_.graphRate();
     format.mFormatID = kAudioFormatLinearPCM;
     format.mFormatFlags =
         kAudioFormatFlagIsFloat | kAudioFormatFlagIsPacked | kAudioFormatFlagIsNonInterleaved;
@@ -99,8 +83,9 @@ Taps::Bytes Taps::tapFormat(const TapObject& tap) const
     return bytesOf(format);
 }
 
-std::optional<Taps::Bytes> Taps::aggregateProperty(const AggregateObject& aggregate,
-                                                   const AudioObjectPropertyAddress& address) const
+std::optional<PropertyBytes>
+Taps::aggregateProperty(const AggregateObject& aggregate,
+                        const AudioObjectPropertyAddress& address) const
 {
     const auto& tap = taps_.at(aggregate.tap);
     switch (address.mSelector) {
@@ -108,12 +93,13 @@ std::optional<Taps::Bytes> Taps::aggregateProperty(const AggregateObject& aggreg
         const bool isReady = tap.streams && tap.streams->isReady();
         const bool isInput = address.mScope == kAudioObjectPropertyScopeInput;
         // Streams are counted, never addressed: the aggregate's id stands for both.
-        return isReady && (!isInput || tap.takesStreams()) ? bytesOf(aggregate.id) : Bytes();
+        return isReady && (!isInput || tap.takesStreams()) ? bytesOf(aggregate.id)
+                                                           : PropertyBytes();
     }
     case kAudioDevicePropertyDeviceIsAlive:
         return bytesOf(std::uint32_t{1});
     case kAudioDevicePropertyNominalSampleRate:
-        return bytesOf(tap.streams ? tap.streams->sampleRate() : sampleRate());
+        return bytesOf(tap.streams ? tap.streams->sampleRate() : devices_.graphRate());
     case kAudioDevicePropertyTransportType:
         return bytesOf(fourCharCode("grup"));
     case kAudioDevicePropertyIsHidden:
@@ -121,19 +107,6 @@ std::optional<Taps::Bytes> Taps::aggregateProperty(const AggregateObject& aggreg
     default:
         return std::nullopt;
     }
-}
-
-double Taps::sampleRate() const
-{
-    const auto forced = graph_.settingsValue("clock.force-rate");
-    const auto usual = graph_.settingsValue("clock.rate");
-    for (const auto& text : {forced, usual}) {
-        const double rate = text ? std::strtod(text->c_str(), nullptr) : 0;
-        if (rate > 0) {
-            return rate;
-        }
-    }
-    return 48000.0;
 }
 
 } // namespace fadewell::pipewire

@@ -72,7 +72,8 @@ AudioObjectID TapRouter::tapOf(std::uint32_t node) const
 std::optional<std::string> TapRouter::ownTarget(std::uint32_t node) const
 {
     const auto found = attachments_.find(node);
-    return found != attachments_.end() ? found->second.ownTarget : std::nullopt;
+    return found != attachments_.end() ? std::optional(found->second.ownTarget.value_or(""))
+                                       : std::nullopt;
 }
 
 std::optional<std::string> TapRouter::currentTarget(std::uint32_t node) const

@@ -43,7 +43,7 @@ public:
     [[nodiscard]] AudioObjectID tapOf(std::uint32_t node) const;
 
     /// Where a stream in a tap would play by itself, as the session manager's metadata names it (a
-    /// serial or a node.name); absent for the default output or a stream that is in no tap.
+    /// serial or a node.name); empty for the default output. Absent for a stream that is in no tap.
     [[nodiscard]] std::optional<std::string> ownTarget(std::uint32_t node) const;
 
 private:

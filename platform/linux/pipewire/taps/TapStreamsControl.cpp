@@ -19,7 +19,7 @@ bool Taps::makeStreams(TapObject& tap, const std::string& output)
     options.title = tap.description.name;
     options.target = output;
     options.listensOnly = !tap.takesStreams();
-    options.sampleRate = sampleRate();
+    options.sampleRate = devices_.graphRate();
     auto changed = [this, id = tap.id] {
         listeners_.notify(id, kAudioTapPropertyFormat);
         connection_.signal();
@@ -56,11 +56,6 @@ void Taps::restoreStreams()
             tap.streams->render().setProcedure(&active->second->procedure);
         }
     }
-    routeAll();
-}
-
-void Taps::streamsChanged()
-{
     routeAll();
 }
 
@@ -102,7 +97,7 @@ std::vector<std::uint32_t> Taps::wantedStreams(const TapObject& tap) const
     std::vector<std::uint32_t> nodes;
     if (tap.takesStreams()) {
         for (const auto process : tap.description.processes) {
-            const auto streams = processStreams_(process);
+            const auto streams = processes_.outputStreamNodes(process);
             nodes.insert(nodes.end(), streams.begin(), streams.end());
         }
     }

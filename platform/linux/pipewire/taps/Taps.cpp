@@ -16,12 +16,17 @@ constexpr double farewellSeconds = 0.6;
 
 } // namespace
 
-Taps::Taps(Graph& graph, ListenerTable& listeners, ObjectIDs& ids, ProcessStreams processStreams)
+Taps::Taps(Graph& graph,
+           ObjectIDs& ids,
+           ListenerTable& listeners,
+           const DeviceTable& devices,
+           ProcessTable& processes)
     : graph_(graph)
     , connection_(graph.connection())
-    , listeners_(listeners)
     , ids_(ids)
-    , processStreams_(std::move(processStreams))
+    , listeners_(listeners)
+    , devices_(devices)
+    , processes_(processes)
     , router_(graph)
     , retired_(graph, router_)
     , beatTimer_(connection_, [this] { beat(); })
@@ -32,6 +37,8 @@ Taps::Taps(Graph& graph, ListenerTable& listeners, ObjectIDs& ids, ProcessStream
     })
 {
     graph_.addObserver(*this);
+    processes_.setStreamObserver(this);
+    processes_.setOwnTarget([this](std::uint32_t node) { return router_.ownTarget(node); });
 }
 
 Taps::~Taps()
@@ -50,6 +57,8 @@ Taps::~Taps()
     retired_.clear();
     beatTimer_.setInterval(0);
     retireTimer_.setInterval(0);
+    processes_.setOwnTarget(nullptr);
+    processes_.setStreamObserver(nullptr);
     graph_.removeObserver(*this);
 }
 
@@ -286,6 +295,21 @@ void Taps::writeRefused(std::uint32_t /*object*/, int result)
 void Taps::disconnected()
 {
     dropStreams();
+}
+
+void Taps::streamAppeared(AudioObjectID /*process*/, std::uint32_t /*node*/)
+{
+    routeAll();
+}
+
+void Taps::streamChanged(AudioObjectID /*process*/, std::uint32_t /*node*/)
+{
+    routeAll();
+}
+
+void Taps::streamGone(AudioObjectID /*process*/, std::uint32_t /*node*/)
+{
+    routeAll();
 }
 
 TapObject* Taps::tapWithUUID(std::string_view uuid)

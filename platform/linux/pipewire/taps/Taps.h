@@ -2,17 +2,20 @@
 
 #include "audio/AudioHardware.h"
 #include "base/Clock.h"
+#include "platform/linux/pipewire/DeviceTable.h"
 #include "platform/linux/pipewire/Graph.h"
 #include "platform/linux/pipewire/GraphObserver.h"
 #include "platform/linux/pipewire/ListenerTable.h"
 #include "platform/linux/pipewire/ObjectIDs.h"
+#include "platform/linux/pipewire/ProcessTable.h"
+#include "platform/linux/pipewire/PropertyValue.h"
+#include "platform/linux/pipewire/StreamObserver.h"
 #include "platform/linux/pipewire/taps/LoopTimer.h"
 #include "platform/linux/pipewire/taps/RetiredTaps.h"
 #include "platform/linux/pipewire/taps/TapObjects.h"
 #include "platform/linux/pipewire/taps/TapRouter.h"
 
 #include <cstdint>
-#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -28,12 +31,13 @@ namespace fadewell::pipewire {
 ///
 /// Every call takes the connection's lock itself and expects it not to be held, except where a
 /// comment says [locked]. Calls about one tap come one after another.
-class Taps final : private GraphObserver {
+class Taps final : private GraphObserver, private StreamObserver {
 public:
-    /// The streams of a process that can be tapped; called with the lock held.
-    using ProcessStreams = std::function<std::vector<std::uint32_t>(AudioObjectID process)>;
-
-    Taps(Graph& graph, ListenerTable& listeners, ObjectIDs& ids, ProcessStreams processStreams);
+    Taps(Graph& graph,
+         ObjectIDs& ids,
+         ListenerTable& listeners,
+         const DeviceTable& devices,
+         ProcessTable& processes);
     ~Taps() override;
     Taps(const Taps&) = delete;
     Taps& operator=(const Taps&) = delete;
@@ -43,13 +47,6 @@ public:
     [[nodiscard]] std::vector<AudioObjectID> tapIDs() const;
     [[nodiscard]] std::vector<AudioObjectID> aggregateIDs() const;
     [[nodiscard]] AudioObjectID aggregateForUID(std::string_view uid) const;
-    [[nodiscard]] std::optional<std::string> ownTarget(std::uint32_t node) const
-    {
-        return router_.ownTarget(node);
-    }
-
-    /// A stream of some process appeared, went, or began or ceased to run. [locked]
-    void streamsChanged();
 
     // Properties of taps and aggregates, as AudioHardware has them. [locked]
     [[nodiscard]] bool has(AudioObjectID object, const AudioObjectPropertyAddress& address) const;
@@ -76,12 +73,13 @@ public:
     OSStatus stop(AudioObjectID device, IOProcID id);
 
 private:
-    using Bytes = std::vector<std::byte>;
-
     void nodeRemoved(const GraphNode& node) override;
     void metadataAvailable(bool isAvailable) override;
     void writeRefused(std::uint32_t object, int result) override;
     void disconnected() override;
+    void streamAppeared(AudioObjectID process, std::uint32_t node) override;
+    void streamChanged(AudioObjectID process, std::uint32_t node) override;
+    void streamGone(AudioObjectID process, std::uint32_t node) override;
 
     // Taps.cpp [locked]
     [[nodiscard]] TapObject* tapWithUUID(std::string_view uuid);
@@ -114,21 +112,20 @@ private:
     void fadeOut(TapObject& tap);
 
     // TapProperties.cpp
-    [[nodiscard]] std::optional<Bytes> property(AudioObjectID object,
-                                                const AudioObjectPropertyAddress& address) const;
-    [[nodiscard]] Bytes tapFormat(const TapObject& tap) const;
-    [[nodiscard]] std::optional<Bytes>
+    [[nodiscard]] std::optional<PropertyBytes>
+    property(AudioObjectID object, const AudioObjectPropertyAddress& address) const;
+    [[nodiscard]] PropertyBytes tapFormat(const TapObject& tap) const;
+    [[nodiscard]] std::optional<PropertyBytes>
     aggregateProperty(const AggregateObject& aggregate,
                       const AudioObjectPropertyAddress& address) const;
-    [[nodiscard]] double sampleRate() const;
-
     [[nodiscard]] double now() const;
 
     Graph& graph_;
     Connection& connection_;
-    ListenerTable& listeners_;
     ObjectIDs& ids_;
-    ProcessStreams processStreams_;
+    ListenerTable& listeners_;
+    const DeviceTable& devices_;
+    ProcessTable& processes_;
     TapRouter router_;
     RetiredTaps retired_;
     std::map<AudioObjectID, TapObject> taps_;
