@@ -33,7 +33,7 @@ void undoMute(AudioHardware& hardware, AudioObjectID device, double remembered)
 {
     if (remembered < 0) {
         writeMute(hardware, device, false);
-    } else {
+    } else if (remembered >= 0) {
         writeVolume(hardware, device, remembered);
     }
 }
