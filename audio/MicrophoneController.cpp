@@ -9,35 +9,6 @@
 namespace fadewell {
 namespace {
 
-constexpr double mutedBySwitch = -1.0;
-
-UserDefaults::NumberMap mutedDevices(const UserDefaults& defaults)
-{
-    return defaults.get<UserDefaults::NumberMap>(MicrophoneController::mutedInputDevicesKey)
-        .value_or(UserDefaults::NumberMap());
-}
-
-/// On disk before anything else happens: it is what undoes a mute after a crash.
-void storeMutedDevices(UserDefaults& defaults, const UserDefaults::NumberMap& devices)
-{
-    if (devices.empty()) {
-        defaults.remove(MicrophoneController::mutedInputDevicesKey);
-    } else {
-        defaults.set(MicrophoneController::mutedInputDevicesKey, devices);
-    }
-    defaults.flush();
-}
-
-/// Undoes a mute by what was remembered of it.
-void undoMute(AudioHardware& hardware, AudioObjectID device, double remembered)
-{
-    if (remembered < 0) {
-        writeMute(hardware, device, false);
-    } else if (remembered >= 0) {
-        writeVolume(hardware, device, remembered);
-    }
-}
-
 double clampedVolume(double volume)
 {
     if (volume > 1) {
@@ -59,6 +30,7 @@ MicrophoneController::MicrophoneController(EngineContext context,
                                            std::shared_ptr<UserDefaults> defaults)
     : context_(std::move(context))
     , defaults_(std::move(defaults))
+    , mutes_(*context_.hardware, *defaults_)
     , queue_(context_.makeQueue("app.fadewell.microphone"))
 {}
 
@@ -83,9 +55,9 @@ void MicrophoneController::setMuted(bool muted)
         controller.queue_->assertCurrent();
         controller.wantsMute_ = muted;
         if (muted) {
-            controller.muteDevice(controller.device_);
+            controller.muteDevice();
         } else {
-            controller.unmuteDevice(controller.device_);
+            controller.mutes_.unmute(controller.device_);
         }
         controller.publishState();
     }));
@@ -96,7 +68,7 @@ void MicrophoneController::setVolume(double volume)
     queue_->async(weakTask(this, [volume](MicrophoneController& controller) {
         controller.queue_->assertCurrent();
         if (std::exchange(controller.wantsMute_, false)) {
-            controller.unmuteDevice(controller.device_);
+            controller.mutes_.unmute(controller.device_);
         }
         writeVolume(*controller.context_.hardware, controller.device_, clampedVolume(volume));
         controller.publishState();
@@ -107,7 +79,7 @@ void MicrophoneController::releaseMute()
 {
     queue_->sync([this] {
         queue_->assertCurrent();
-        unmuteDevice(device_);
+        mutes_.unmute(device_);
         wantsMute_ = false;
         restoreLeftMuted(*context_.hardware, *defaults_);
     });
@@ -115,17 +87,9 @@ void MicrophoneController::releaseMute()
 
 void MicrophoneController::restoreLeftMuted(AudioHardware& hardware, UserDefaults& defaults)
 {
-    const auto devices = mutedDevices(defaults);
-    if (devices.empty()) {
-        return;
+    if (const auto count = InputMutes(hardware, defaults).undoAll(); count > 0) {
+        Logger("microphone").notice("Unmuted {} microphone(s) left muted", count);
     }
-    for (const auto& [uid, remembered] : devices) {
-        if (const auto device = deviceID(hardware, uid)) {
-            undoMute(hardware, *device, remembered);
-        }
-    }
-    storeMutedDevices(defaults, {});
-    Logger("microphone").notice("Unmuted {} microphone(s) left muted", devices.size());
 }
 
 void MicrophoneController::startOnQueue()
@@ -154,11 +118,11 @@ void MicrophoneController::attachDefaultInput()
         return;
     }
     if (wantsMute_) {
-        unmuteDevice(device_);
+        mutes_.unmute(device_);
     }
     device_ = input;
     if (wantsMute_) {
-        muteDevice(device_);
+        muteDevice();
     }
     deviceListeners_.clear();
     if (device_ != kAudioObjectUnknown) {
@@ -202,12 +166,7 @@ MicrophoneState MicrophoneController::makeState() const
         return {};
     }
     AudioHardware& hardware = *context_.hardware;
-    std::optional<double> saved;
-    if (const auto uid = uidOf(device_)) {
-        const auto devices = mutedDevices(*defaults_);
-        const auto found = devices.find(*uid);
-        saved = found == devices.end() ? std::nullopt : std::optional(found->second);
-    }
+    const auto saved = mutes_.remembered(device_);
     const bool isVolumeSettable = hasSettableVolume(hardware, device_);
     MicrophoneState state;
     state.deviceName = stringProperty(hardware, device_, kAudioObjectPropertyName);
@@ -220,54 +179,11 @@ MicrophoneState MicrophoneController::makeState() const
     return state;
 }
 
-void MicrophoneController::muteDevice(AudioObjectID device)
+void MicrophoneController::muteDevice()
 {
-    const auto uid = uidOf(device);
-    auto devices = mutedDevices(*defaults_);
-    if (!uid || devices.contains(*uid)) {
-        return; // What is remembered of a muted device must not be overwritten.
-    }
-    if (const auto remembered = silence(device)) {
-        devices[*uid] = *remembered;
-        storeMutedDevices(*defaults_, devices);
-    }
-}
-
-std::optional<double> MicrophoneController::silence(AudioObjectID device)
-{
-    AudioHardware& hardware = *context_.hardware;
-    if (canUseMuteProperty(hardware, device)) {
-        writeMute(hardware, device, true);
-        return mutedBySwitch;
-    }
-    const auto volume = currentVolume(hardware, device);
-    if (!volume || !hasSettableVolume(hardware, device)) {
+    if (!mutes_.mute(device_)) {
         log_.notice("The input device can't be muted");
-        return std::nullopt;
     }
-    writeVolume(hardware, device, 0);
-    return volume;
-}
-
-void MicrophoneController::unmuteDevice(AudioObjectID device)
-{
-    const auto uid = uidOf(device);
-    auto devices = mutedDevices(*defaults_);
-    const auto found = uid ? devices.find(*uid) : devices.end();
-    if (found == devices.end()) {
-        return;
-    }
-    undoMute(*context_.hardware, device, found->second);
-    devices.erase(found);
-    storeMutedDevices(*defaults_, devices);
-}
-
-std::optional<std::string> MicrophoneController::uidOf(AudioObjectID device) const
-{
-    if (device == kAudioObjectUnknown) {
-        return std::nullopt;
-    }
-    return stringProperty(*context_.hardware, device, kAudioDevicePropertyDeviceUID);
 }
 
 } // namespace fadewell

@@ -2,6 +2,7 @@
 
 #include "audio/EngineContext.h"
 #include "audio/HALListener.h"
+#include "audio/InputMutes.h"
 #include "audio/MicrophoneState.h"
 #include "base/Logger.h"
 #include "base/Stream.h"
@@ -52,14 +53,11 @@ private:
     void listenToDevice() ON_QUEUE(*queue_);
     void publishState() ON_QUEUE(*queue_);
     [[nodiscard]] MicrophoneState makeState() const ON_QUEUE(*queue_);
-    void muteDevice(AudioObjectID device);
-    /// How the device is muted from now on, as it is remembered; absent when it can't be.
-    [[nodiscard]] std::optional<double> silence(AudioObjectID device);
-    void unmuteDevice(AudioObjectID device);
-    [[nodiscard]] std::optional<std::string> uidOf(AudioObjectID device) const;
+    void muteDevice() ON_QUEUE(*queue_);
 
     const EngineContext context_;
     const std::shared_ptr<UserDefaults> defaults_;
+    InputMutes mutes_ CONFINED_TO(*queue_);
     const std::shared_ptr<SerialQueue> queue_;
     const Logger log_{"microphone"};
     Stream<MicrophoneState> states_{1};

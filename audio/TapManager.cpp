@@ -1,8 +1,6 @@
 #include "audio/TapManager.h"
 
-#include "audio/DeviceMonitor.h"
-#include "audio/OwnObjects.h"
-#include "audio/PropertyReaders.h"
+#include "audio/TapTargets.h"
 #include "audio/WeakTask.h"
 
 #include <algorithm>
@@ -13,44 +11,6 @@ namespace {
 
 constexpr double releaseCooldown = 1.5;
 constexpr double timerSlack = 0.05;
-
-/// Where the app would play by itself; our own aggregates are not its choice.
-std::string automaticUID(AudioHardware& hardware,
-                         const std::vector<AudioObjectID>& devices,
-                         const std::string& defaultUID)
-{
-    for (const AudioObjectID device : devices) {
-        const auto uid = stringProperty(hardware, device, kAudioDevicePropertyDeviceUID);
-        if (uid && !isOwnAggregate(*uid)) {
-            return *uid;
-        }
-    }
-    return defaultUID;
-}
-
-TapTarget makeTarget(const TapRequest& request,
-                     const std::string& automatic,
-                     const std::set<std::string>& connected)
-{
-    TapTarget target;
-    target.appID = request.appID;
-    target.processObjectIDs = request.processObjectIDs;
-    target.gain = request.gain;
-    target.duck = request.duck;
-    target.isPlaying = request.isPlaying;
-    target.outputDeviceUID = automatic;
-    if (request.preferredOutputUID && connected.contains(*request.preferredOutputUID)) {
-        target.outputDeviceUID = *request.preferredOutputUID;
-        target.isRerouted = target.outputDeviceUID != automatic;
-    }
-    return target;
-}
-
-std::optional<std::string> defaultOutputUID(AudioHardware& hardware)
-{
-    const auto device = defaultOutputDevice(hardware);
-    return device ? stringProperty(hardware, *device, kAudioDevicePropertyDeviceUID) : std::nullopt;
-}
 
 } // namespace
 
@@ -106,34 +66,18 @@ void TapManager::stopOnQueue()
 void TapManager::reconcile()
 {
     const double now = uptime();
-    const auto defaultUID = defaultOutputUID(*context_.hardware);
-    if (!defaultUID) {
+    const auto targets = makeTapTargets(*context_.hardware, requests_);
+    if (!targets) {
         releaseAll();
         return;
     }
-    const auto targets = makeTargets(*defaultUID);
-    const auto excluded = excludedApps(targets, now);
-    for (const auto& action : TapPlanner::plan(targets, sessionStates(), excluded, now)) {
+    const auto excluded = excludedApps(*targets, now);
+    for (const auto& action : TapPlanner::plan(*targets, sessionStates(), excluded, now)) {
         execute(action, now);
     }
     scheduleDeadline();
     scheduleCooldown();
     updateWatchdog();
-}
-
-std::vector<TapTarget> TapManager::makeTargets(const std::string& defaultUID) const
-{
-    std::set<std::string> connected;
-    for (const auto& output : DeviceMonitor::makeSnapshot(*context_.hardware).outputs) {
-        connected.insert(output.id);
-    }
-    std::vector<TapTarget> targets;
-    for (const auto& request : requests_) {
-        const auto automatic =
-            automaticUID(*context_.hardware, request.outputDeviceIDs, defaultUID);
-        targets.push_back(makeTarget(request, automatic, connected));
-    }
-    return targets;
 }
 
 std::set<std::string> TapManager::excludedApps(const std::vector<TapTarget>& targets, double now)

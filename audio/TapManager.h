@@ -48,8 +48,6 @@ private:
 
     // Requests to sessions.
     void reconcile() ON_QUEUE(*queue_);
-    [[nodiscard]] std::vector<TapTarget> makeTargets(const std::string& defaultUID) const
-        ON_QUEUE(*queue_);
     [[nodiscard]] std::set<std::string> excludedApps(const std::vector<TapTarget>& targets,
                                                      double now) ON_QUEUE(*queue_);
     [[nodiscard]] TapPlanner::Sessions sessionStates() const ON_QUEUE(*queue_);
