@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 #include <latch>
+#include <utility>
+#include <vector>
 
 namespace fadewell {
 namespace {
@@ -17,8 +19,9 @@ namespace {
 TEST(EngineThreadsTest, ServicesOnRealQueuesLeaveNothingBehind)
 {
     const auto clock = std::make_shared<SystemClock>();
-    const QueueFactory makeQueue = [clock](const std::string& label) {
-        return std::make_shared<ThreadQueue>(label, clock);
+    std::vector<std::shared_ptr<SerialQueue>> queues;
+    const QueueFactory makeQueue = [clock, &queues](const std::string& label) {
+        return queues.emplace_back(std::make_shared<ThreadQueue>(label, clock));
     };
     const auto hardware = SimulatedHardware::create(makeQueue("test.hardware"));
     const EngineContext context{
@@ -30,8 +33,7 @@ TEST(EngineThreadsTest, ServicesOnRealQueuesLeaveNothingBehind)
     std::latch published(2);
     auto processes = ProcessMonitor::create(context);
     auto devices = DeviceMonitor::create(context);
-    auto microphone =
-        MicrophoneController::create(context, std::make_shared<MemoryUserDefaults>());
+    auto microphone = MicrophoneController::create(context, std::make_shared<MemoryUserDefaults>());
     auto taps = TapManager::create(context);
     auto lists = processes->processes().consume(
         consumer, [&published, first = true](const auto& /*list*/) mutable {
@@ -56,6 +58,9 @@ TEST(EngineThreadsTest, ServicesOnRealQueuesLeaveNothingBehind)
     processes = nullptr;
     devices = nullptr;
     microphone = nullptr;
+    for (const auto& queue : queues) {
+        queue->sync([] {}); // A task that still held its service has ended.
+    }
     EXPECT_EQ(hardware->made().taps, 0U);
     EXPECT_EQ(hardware->made().listeners, 0U);
 }

@@ -50,8 +50,7 @@ TEST_F(TapManagerHealthTest, MissingPermissionReleasesEveryAppUntilItIsGranted)
 
     hardware_->setCapturePermitted(true);
     time_->advance(3);
-    EXPECT_THAT(*events_,
-                ElementsAre(TapEvent::permissionDenied, TapEvent::permissionGranted));
+    EXPECT_THAT(*events_, ElementsAre(TapEvent::permissionDenied, TapEvent::permissionGranted));
     EXPECT_THAT(log_.take(),
                 ElementsAre("taps notice: Audio capture permission granted",
                             "taps info: Tapping app on speakers (0 ms)",
@@ -158,8 +157,9 @@ TEST_F(TapManagerHealthTest, FailedRebuildReleasesTheApp)
     breakPath();
     hardware_->faults().failNext(HardwareCall::createIOProc, kAudioHardwareIllegalOperationError);
     time_->advance(0.3);
-    EXPECT_THAT(log_.take(),
-                ElementsAre(wentAway_, "taps error: app: Create IOProc failed: 'nope' (1852797029)"));
+    EXPECT_THAT(
+        log_.take(),
+        ElementsAre(wentAway_, "taps error: app: Create IOProc failed: 'nope' (1852797029)"));
     EXPECT_EQ(hardware_->made(), Made{});
 }
 

@@ -1,6 +1,5 @@
-#include "tests/audio/TapManagerFixture.h"
-
 #include "audio/TapTargets.h"
+#include "tests/audio/TapManagerFixture.h"
 
 namespace fadewell {
 namespace {
@@ -30,7 +29,9 @@ TEST_F(TapManagerTest, CarriesOutEachWishAndSaysSo)
         {"duck", [&] { wish.duck = 0.2; }, {}, {"taps info: app lowered for call mode"}},
         {"unduck", [&] { wish.duck = 1.0; }, {}, {"taps info: app back from call mode"}},
         {"processes",
-         [&] { wish.processObjectIDs = {other, process_}; },
+         [&] {
+             wish.processObjectIDs = {other, process_};
+         },
          {"setTapDescription"},
          {}},
         {"pause", [&] { wish.isPlaying = false; }, {"stop"}, {"taps info: Paused app"}},
@@ -117,7 +118,7 @@ TEST_F(TapManagerTest, LoweredAppFadesDownFromItsFullLevel)
     cycles_.cancel();
     update({wish});
     const auto heard = hardware_->renderCycle(64);
-    EXPECT_GT(firstSample(heard), 0.49F);
+    EXPECT_GT(heard.at(speakers_).left.at(0), 0.49F);
 }
 
 TEST_F(TapManagerTest, EveryUpdateIsPlannedEvenInABurst)
@@ -155,9 +156,9 @@ TEST_F(TapManagerTest, FailedStepReleasesTheAppAndExcludesItForTenSeconds)
         (void)log_.take();
         hardware_->faults().failNext(call, refused);
         update({wish});
-        EXPECT_THAT(log_.take(),
-                    ElementsAre(std::string("taps error: app: ") + error +
-                                " failed: 'nope' (1852797029)"));
+        EXPECT_THAT(
+            log_.take(),
+            ElementsAre(std::string("taps error: app: ") + error + " failed: 'nope' (1852797029)"));
         EXPECT_EQ(hardware_->made(), Made{}) << error;
         time_->advance(9);
         update({wish});
@@ -288,7 +289,8 @@ TEST_F(TapManagerTest, RemovesOnlyItsOwnLeftovers)
         tap.name = name;
         hardware_->plantTap(tap);
     }
-    hardware_->faults().failNext(HardwareCall::destroyAggregateDevice, kAudioHardwareBadObjectError);
+    hardware_->faults().failNext(HardwareCall::destroyAggregateDevice,
+                                 kAudioHardwareBadObjectError);
     hardware_->faults().failNext(HardwareCall::tapDescription, kAudioHardwareBadObjectError);
     EXPECT_EQ(TapManager::removeLeftovers(*hardware_), 3);
     EXPECT_THAT(log_.take(), ElementsAre("taps notice: Removed 3 leftover audio objects"));
