@@ -52,6 +52,7 @@ TEST_F(DeviceMonitorTest, OnlyWhatAUserCouldChooseIsAnOutput)
         EXPECT_EQ(DeviceMonitor::makeSnapshot(*hardware_).outputs.size(), isOutput ? 1U : 0U)
             << device.uid.value_or("no UID");
         hardware_->removeDevice(id);
+        time_->run();
     }
     const auto odd = addOutput("odd");
     hardware_->setProperty(odd, propertyAddress(kAudioDevicePropertyIsHidden), bytesOf(2U));
@@ -90,35 +91,46 @@ TEST_F(DeviceMonitorTest, DefaultIsNamedEvenWhenItIsNoChoice)
     EXPECT_THAT(snapshots_->back().defaultOutputUID, Optional(std::string("app.fadewell.tap.x")));
 }
 
-TEST_F(DeviceMonitorTest, PublishesOneSnapshotForABurstOfChangesAndNoneForNone)
+TEST_F(DeviceMonitorTest, PluggedHeadphonesGiveOneSnapshot)
 {
-    const auto device = addOutput("a", "Old");
-    hardware_->setDefaultOutput(device);
+    const auto device =
+        hardware_->addDevice({.uid = "a", .name = "A", .dataSource = fourCharCode("ispk")});
     start();
-    ASSERT_EQ(snapshots_->size(), 1U);
-
-    hardware_->setProperty(device,
-                           {kAudioDevicePropertyDataSource, kAudioObjectPropertyScopeOutput, 0},
-                           bytesOf(kAudioDataSourceHeadphones));
-    hardware_->setProperty(device, propertyAddress(kAudioObjectPropertyName), "New");
+    hardware_->setDataSource(device, kAudioDataSourceHeadphones);
     time_->advance(0.099);
     EXPECT_EQ(snapshots_->size(), 1U);
     time_->advance(0.002);
     ASSERT_EQ(snapshots_->size(), 2U);
-    EXPECT_EQ(snapshots_->back().outputs[0].kind, Kind::headphones);
-    EXPECT_EQ(snapshots_->back().outputs[0].name, "New");
+    EXPECT_EQ(snapshots_->at(0).outputs[0].kind, Kind::builtInSpeakers);
+    EXPECT_EQ(snapshots_->at(1).outputs[0].kind, Kind::headphones);
+}
 
-    hardware_->setProperty(device, propertyAddress(kAudioObjectPropertyName), "Other");
-    hardware_->setProperty(device, propertyAddress(kAudioObjectPropertyName), "New");
-    const auto input = hardware_->addDevice({.uid = "in", .outputStreams = 0, .inputStreams = 1});
+TEST_F(DeviceMonitorTest, PublishesNothingWhenNothingChangedInTheEnd)
+{
+    const auto device = addOutput("a", "Old");
+    start();
+    hardware_->setName(device, "New");
+    hardware_->setName(device, "Old");
+    hardware_->addDevice({.uid = "in", .outputStreams = 0, .inputStreams = 1});
     time_->advance(0.2);
-    EXPECT_EQ(snapshots_->size(), 2U) << "nothing changed in the end";
+    EXPECT_EQ(snapshots_->size(), 1U);
+    hardware_->setName(device, "New");
+    hardware_->setName(device, "Newest");
+    time_->advance(0.2);
+    EXPECT_EQ(snapshots_->size(), 2U) << "one for the burst";
+    EXPECT_EQ(snapshots_->back().outputs[0].name, "Newest");
+}
 
-    // What is no output yet is listened to as well.
-    const auto before = hardware_->made().listeners;
+TEST_F(DeviceMonitorTest, ListensToEveryDeviceWhileItIsThere)
+{
+    start();
+    const auto input = hardware_->addDevice(
+        {.uid = "in", .name = "In", .outputStreams = 0, .dataSource = fourCharCode("imic")});
+    time_->run();
+    EXPECT_EQ(hardware_->made().listeners, 4U) << "it may become an output";
     hardware_->removeDevice(input);
-    time_->advance(0.2);
-    EXPECT_EQ(hardware_->made().listeners, before - 2);
+    time_->run();
+    EXPECT_EQ(hardware_->made().listeners, 2U);
 }
 
 TEST_F(DeviceMonitorTest, FollowsDevicesAndDefault)
@@ -146,7 +158,7 @@ TEST_F(DeviceMonitorTest, FollowsDevicesAndDefault)
 
 TEST_F(DeviceMonitorTest, NothingRemainsAfterStopOrDestruction)
 {
-    addOutput("a");
+    hardware_->addDevice({.uid = "a", .name = "A", .dataSource = fourCharCode("ispk")});
     start();
     monitor_->start();
     time_->advance(0.2);
