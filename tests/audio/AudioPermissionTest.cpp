@@ -65,8 +65,7 @@ TEST_F(AudioPermissionTest, AnswersAtTheFirstPollAfterTheUserDid)
     request(60);
     ASSERT_EQ(taps().size(), 1U);
     const std::string uuid = taps()[0].uuid;
-    EXPECT_EQ(taps()[0],
-              (TapDescription{uuid, "Fadewell permission request", {}, true, true, {}}));
+    EXPECT_EQ(taps()[0], (TapDescription{uuid, "Fadewell permission request", {}, true, true, {}}));
     EXPECT_EQ(hardware_->calls().count(HardwareCall::start), 1);
     ASSERT_EQ(aggregates().size(), 1U);
     EXPECT_EQ(aggregates()[0],
@@ -139,8 +138,9 @@ TEST_F(AudioPermissionTest, DroppedRequestAnswersNothingAndLeavesNothing)
     hardware_->calls().clear();
     pending_ = Timer();
     EXPECT_EQ(hardware_->made(), SimulatedHardware::Made{});
-    EXPECT_THAT(hardware_->calls().changes(),
-                ElementsAre("stop", "destroyIOProc", "destroyAggregateDevice", "destroyProcessTap"));
+    EXPECT_THAT(
+        hardware_->calls().changes(),
+        ElementsAre("stop", "destroyIOProc", "destroyAggregateDevice", "destroyProcessTap"));
     EXPECT_EQ(time_->pendingTasks(), 0U);
     time_->advance(60);
     EXPECT_THAT(answers_, IsEmpty());

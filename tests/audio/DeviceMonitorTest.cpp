@@ -62,18 +62,17 @@ TEST_F(DeviceMonitorTest, FillsDevicesAndSortsThemAsAFileBrowserDoes)
 {
     const auto tenth = addOutput("b", "Speaker 10");
     const auto second = addOutput("a", "speaker 2");
-    const auto nameless = hardware_->addDevice(
-        {.uid = "headset-uid", .name = "", .transport = std::nullopt});
+    const auto nameless =
+        hardware_->addDevice({.uid = "headset-uid", .name = "", .transport = std::nullopt});
     const auto twin = addOutput("c", "SPEAKER 2");
     hardware_->setDefaultOutput(tenth);
     start();
     EXPECT_THAT(*snapshots_,
-                ElementsAre(DeviceSnapshot{
-                    {{"headset-uid", nameless, "headset-uid", Kind::other},
-                     {"a", second, "speaker 2", Kind::builtInSpeakers},
-                     {"c", twin, "SPEAKER 2", Kind::builtInSpeakers},
-                     {"b", tenth, "Speaker 10", Kind::builtInSpeakers}},
-                    "b"}));
+                ElementsAre(DeviceSnapshot{{{"headset-uid", nameless, "headset-uid", Kind::other},
+                                            {"a", second, "speaker 2", Kind::builtInSpeakers},
+                                            {"c", twin, "SPEAKER 2", Kind::builtInSpeakers},
+                                            {"b", tenth, "Speaker 10", Kind::builtInSpeakers}},
+                                           "b"}));
 }
 
 TEST_F(DeviceMonitorTest, FirstSnapshotIsPublishedEvenWhenEmpty)
@@ -84,8 +83,7 @@ TEST_F(DeviceMonitorTest, FirstSnapshotIsPublishedEvenWhenEmpty)
 
 TEST_F(DeviceMonitorTest, DefaultIsNamedEvenWhenItIsNoChoice)
 {
-    const auto aggregate =
-        hardware_->addDevice({.uid = "app.fadewell.tap.x", .name = "Fadewell"});
+    const auto aggregate = hardware_->addDevice({.uid = "app.fadewell.tap.x", .name = "Fadewell"});
     hardware_->setDefaultOutput(aggregate);
     start();
     EXPECT_THAT(snapshots_->back().outputs, IsEmpty());
@@ -100,8 +98,8 @@ TEST_F(DeviceMonitorTest, PublishesOneSnapshotForABurstOfChangesAndNoneForNone)
     ASSERT_EQ(snapshots_->size(), 1U);
 
     hardware_->setProperty(device,
-                   {kAudioDevicePropertyDataSource, kAudioObjectPropertyScopeOutput, 0},
-                   bytesOf(kAudioDataSourceHeadphones));
+                           {kAudioDevicePropertyDataSource, kAudioObjectPropertyScopeOutput, 0},
+                           bytesOf(kAudioDataSourceHeadphones));
     hardware_->setProperty(device, propertyAddress(kAudioObjectPropertyName), "New");
     time_->advance(0.099);
     EXPECT_EQ(snapshots_->size(), 1U);
@@ -139,10 +137,8 @@ TEST_F(DeviceMonitorTest, FollowsDevicesAndDefault)
     time_->advance(0.11);
     ASSERT_EQ(snapshots_->back().outputs.size(), 1U);
 
-    hardware_->faults().failNext(HardwareCall::getData,
-                                 kAudioHardwareBadObjectError,
-                                 2,
-                                 kAudioHardwarePropertyDevices);
+    hardware_->faults().failNext(
+        HardwareCall::getData, kAudioHardwareBadObjectError, 2, kAudioHardwarePropertyDevices);
     hardware_->setDefaultOutput(kAudioObjectUnknown);
     time_->advance(0.11);
     EXPECT_EQ(snapshots_->back(), DeviceSnapshot{}) << "an unreadable list is empty";

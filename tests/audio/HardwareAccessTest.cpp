@@ -43,7 +43,8 @@ TEST_F(HardwareAccessTest, ListsHoldOnlyWholeIDs)
     const AudioObjectID device = addOutput("a");
     const auto address = propertyAddress(fourCharCode("list"));
     for (const auto& [bytes, count] : {std::pair{0, 0}, {3, 0}, {4, 1}, {6, 1}, {8, 2}}) {
-        hardware_->setProperty(device, address, std::vector<std::byte>(static_cast<std::size_t>(bytes)));
+        hardware_->setProperty(
+            device, address, std::vector<std::byte>(static_cast<std::size_t>(bytes)));
         EXPECT_EQ(objectIDs(*hardware_, device, address.mSelector).size(), std::size_t(count))
             << bytes << " bytes";
     }
@@ -76,11 +77,10 @@ TEST_F(HardwareAccessTest, ListenerUnregistersExactlyOnce)
     const AudioObjectID device = addOutput("a");
     int changes = 0;
     const auto listen = [&] {
-        return HALListener::create(hardware_,
-                                   device,
-                                   propertyAddress(kAudioObjectPropertyName),
-                                   main_,
-                                   [&changes] { ++changes; });
+        return HALListener::create(
+            hardware_, device, propertyAddress(kAudioObjectPropertyName), main_, [&changes] {
+                ++changes;
+            });
     };
     auto listener = listen();
     hardware_->setProperty(device, propertyAddress(kAudioObjectPropertyName), "new");

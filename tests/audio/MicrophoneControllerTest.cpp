@@ -55,10 +55,9 @@ protected:
 
     [[nodiscard]] bool isSwitchedOff(AudioObjectID device) const
     {
-        return uint32Property(*hardware_,
-                              device,
-                              kAudioDevicePropertyMute,
-                              kAudioObjectPropertyScopeInput) == 1U;
+        return uint32Property(
+                   *hardware_, device, kAudioDevicePropertyMute, kAudioObjectPropertyScopeInput) ==
+               1U;
     }
 
     [[nodiscard]] Muted stored() const { return defaults_->get<Muted>(key).value_or(Muted()); }
@@ -110,8 +109,8 @@ TEST_F(MicrophoneControllerTest, WritesEveryChannelAndReadsTheFirst)
 {
     const auto device = addInput("a", {1, 2});
     hardware_->setProperty(device,
-                   {kAudioDevicePropertyVolumeScalar, kAudioObjectPropertyScopeInput, 2},
-                   bytesOf(0.5F));
+                           {kAudioDevicePropertyVolumeScalar, kAudioObjectPropertyScopeInput, 2},
+                           bytesOf(0.5F));
     follow(device);
     EXPECT_EQ(states_->back().volume, full_);
     setMuted(true);
@@ -225,9 +224,8 @@ TEST_F(MicrophoneControllerTest, RestoresWhatAnEarlierRunLeftMuted)
 {
     const auto device = addInput("a", {0});
     const auto switched = addInput("b", {}, true);
-    hardware_->setProperty(switched,
-                   {kAudioDevicePropertyMute, kAudioObjectPropertyScopeInput, 0},
-                   bytesOf(1U));
+    hardware_->setProperty(
+        switched, {kAudioDevicePropertyMute, kAudioObjectPropertyScopeInput, 0}, bytesOf(1U));
     defaults_->set(key, Muted{{"a", 0.25}, {"b", -1.0}, {"gone", 0.5}});
     MicrophoneController::restoreLeftMuted(*hardware_, *defaults_);
     EXPECT_EQ(volume(device), 0.25);

@@ -1,5 +1,6 @@
-#include "audio/CoreAudioError.h"
 #include "audio/TapSession.h"
+
+#include "audio/CoreAudioError.h"
 #include "tests/audio/EngineTest.h"
 
 #include <algorithm>
@@ -130,9 +131,7 @@ TEST_F(TapSessionTest, EachFailedStepHasItsLabelAndLeavesNothingBehind)
         {[&] { hardware_->setNextReadiness({.inputAfter = 0, .outputAfter = 9}); },
          "Wait for aggregate device failed: 'stop' (1937010544)",
          1},
-        {[&] { fail(HardwareCall::createIOProc); },
-         "Create IOProc failed: 'nope' (1852797029)",
-         0},
+        {[&] { fail(HardwareCall::createIOProc); }, "Create IOProc failed: 'nope' (1852797029)", 0},
     };
     for (const auto& [arrange, description, seconds] : cases) {
         arrange();
@@ -199,7 +198,9 @@ TEST_F(TapSessionTest, ChangesProcessesInPlace)
 {
     const auto session = make();
     const auto other = hardware_->addProcess({.pid = 20});
-    EXPECT_EQ(changesOf([&] { session->setProcesses({other, process_}); }),
+    EXPECT_EQ(changesOf([&] {
+                  session->setProcesses({other, process_});
+              }),
               Lines{"setTapDescription"});
     EXPECT_THAT(session->processObjectIDs(), ElementsAre(other, process_));
     EXPECT_THAT(taps()[0].processes, ElementsAre(other, process_));
@@ -213,11 +214,9 @@ TEST_F(TapSessionTest, ChangesProcessesInPlace)
 TEST_F(TapSessionTest, MovesWithoutAGapWhileRunning)
 {
     const auto session = make();
-    EXPECT_EQ(changesOf([&] { session->moveOutput("headset"); }),
-              (Lines{"createAggregateDevice",
-                     "createIOProc",
-                     "destroyIOProc",
-                     "destroyAggregateDevice"}))
+    EXPECT_EQ(
+        changesOf([&] { session->moveOutput("headset"); }),
+        (Lines{"createAggregateDevice", "createIOProc", "destroyIOProc", "destroyAggregateDevice"}))
         << "a stopped path stays stopped";
     EXPECT_FALSE(session->isRunning());
 
@@ -239,9 +238,8 @@ TEST_F(TapSessionTest, FailedMoveKeepsTheOldPathRunning)
     const auto session = make();
     session->start();
     const Output* old = session->output();
-    for (const auto call : {HardwareCall::createAggregateDevice,
-                            HardwareCall::createIOProc,
-                            HardwareCall::start})
+    for (const auto call :
+         {HardwareCall::createAggregateDevice, HardwareCall::createIOProc, HardwareCall::start})
     {
         hardware_->faults().failNext(call, kAudioHardwareIllegalOperationError);
         EXPECT_NE(failure([&] { session->moveOutput("headset"); }), "no error") << name(call);
@@ -269,9 +267,9 @@ TEST_F(TapSessionTest, NewOutputKeepsGainDuckAndWatching)
     EXPECT_EQ(problems, 1);
 
     session->start();
-    const auto heard =
-        hardware_->renderCycle(64, {{process_, std::vector<float>(128, 1.0F)}});
-    EXPECT_FLOAT_EQ(heard.at(headset_).at(0), 0.25F) << "no ramp from full level";
+    hardware_->setSound(process_, 1, 1);
+    const auto heard = hardware_->renderCycle(64);
+    EXPECT_FLOAT_EQ(heard.at(headset_).left.at(0), 0.25F) << "no ramp from full level";
     EXPECT_TRUE(session->output()->hasSignal());
     EXPECT_EQ(session->output()->callbackCount(), 1U);
 }
@@ -293,10 +291,8 @@ TEST_F(TapSessionTest, DeviceIsGoneOnlyWhenSomethingSaysSo)
     const auto session = make();
     const Output& output = *session->output();
     EXPECT_FALSE(output.deviceIsGone());
-    hardware_->faults().failNext(HardwareCall::getData,
-                                 kAudioHardwareBadObjectError,
-                                 2,
-                                 kAudioDevicePropertyDeviceIsAlive);
+    hardware_->faults().failNext(
+        HardwareCall::getData, kAudioHardwareBadObjectError, 2, kAudioDevicePropertyDeviceIsAlive);
     EXPECT_FALSE(output.deviceIsGone()) << "a failed read says nothing";
     hardware_->setAlive(speakers_, false);
     EXPECT_TRUE(output.deviceIsGone());
