@@ -16,7 +16,15 @@ set(fadewell_pipewire_sources
     pipewire/Properties.cpp
     pipewire/StreamRules.cpp
     pipewire/StreamTargets.cpp
-    pipewire/TransportRules.cpp)
+    pipewire/TransportRules.cpp
+    pipewire/taps/RetiredTaps.cpp
+    pipewire/taps/TapHandover.cpp
+    pipewire/taps/TapProperties.cpp
+    pipewire/taps/TapRender.cpp
+    pipewire/taps/TapRouter.cpp
+    pipewire/taps/TapStreams.cpp
+    pipewire/taps/TapStreamsControl.cpp
+    pipewire/taps/Taps.cpp)
 list(APPEND FADEWELL_LINUX_SOURCES ${fadewell_pipewire_sources})
 
 # PipeWire's methods are macros full of C casts.
