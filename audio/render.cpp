@@ -190,7 +190,9 @@ void renderFramesPlain(Route route, Ramp& gain, Ramp& duck)
     renderFrames(route, gain, duck);
 }
 
-#if defined(__x86_64__)
+// A build may leave the fused form out, to test the plain one on a machine that would not choose
+// it.
+#if defined(__x86_64__) && !defined(FADEWELL_RENDER_PLAIN)
 __attribute__((target("avx2,fma"))) void renderFramesFused(Route route, Ramp& gain, Ramp& duck)
 {
     renderFrames(route, gain, duck);
