@@ -1,5 +1,6 @@
-#include "base/SystemClock.h"
 #include "control/QtMainQueue.h"
+
+#include "base/SystemClock.h"
 
 #include <QCoreApplication>
 
