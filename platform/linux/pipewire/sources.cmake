@@ -1,0 +1,13 @@
+set(fadewell_pipewire_sources
+    pipewire/Connection.cpp
+    pipewire/Graph.cpp
+    pipewire/GraphBindings.cpp
+    pipewire/GraphRegistry.cpp
+    pipewire/ListenerTable.cpp
+    pipewire/Metadata.cpp
+    pipewire/ParameterParsing.cpp
+    pipewire/Properties.cpp)
+list(APPEND FADEWELL_LINUX_SOURCES ${fadewell_pipewire_sources})
+
+# PipeWire's methods are macros full of C casts.
+set_source_files_properties(${fadewell_pipewire_sources} PROPERTIES COMPILE_OPTIONS -Wno-old-style-cast)
