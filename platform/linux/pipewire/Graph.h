@@ -91,6 +91,9 @@ public:
     [[nodiscard]] Connection& connection() const { return connection_; }
 
 private:
+    /// Lets a test tell what a server would.
+    friend class GraphFeed;
+
     void clientUpdated(std::uint32_t id) override;
     void nodeUpdated(std::uint32_t id) override;
     void linkUpdated(std::uint32_t id) override;
@@ -110,6 +113,7 @@ private:
     void addPort(GraphObject object);
     void addLink(GraphObject object);
     void addMetadata(GraphObject object);
+    void keepMetadata(bool isSessions, GraphObject object, pw_proxy* proxy);
     void remove(std::uint32_t id);
     void removeMetadata();
     template <class Notify>

@@ -61,7 +61,8 @@ bool PipeWireHardware::fillMirror(std::string& error)
     {
         const Connection::Lock lock(*connection_);
         if (const int status = connection_->connect(); status < 0) {
-            error = fmt::format("No PipeWire server can be reached: {}", std::strerror(-status));
+            error = fmt::format("No PipeWire server can be reached, is it running? ({})",
+                                std::strerror(-status));
             return false;
         }
         graph_.attach();
