@@ -54,6 +54,7 @@ void Graph::removeMetadata()
 void Graph::remove(std::uint32_t id)
 {
     bindings_.unbind(id);
+    assumed_.erase(id);
     if (const auto client = clients_.extract(id)) {
         tellAll([&](GraphObserver& o) { o.clientRemoved(client.mapped()); });
     } else if (const auto node = nodes_.extract(id)) {

@@ -45,6 +45,10 @@ PipeWireHardware::PipeWireHardware(std::unique_ptr<Connection> connection,
         Logger("pipewire").notice("PipeWire has gone");
         graph_.detach();
         connection_->disconnect();
+        connection_->reconnect([this] {
+            Logger("pipewire").notice("PipeWire is back");
+            graph_.attach();
+        });
     });
 }
 
@@ -53,6 +57,7 @@ PipeWireHardware::~PipeWireHardware()
     taps_.reset();
     const Connection::Lock lock(*connection_);
     connection_->onDisconnected(nullptr);
+    connection_->reconnect(nullptr);
     graph_.detach();
 }
 

@@ -201,6 +201,21 @@ TEST_F(DeviceTableTest, MicrophoneVolumeIsOnTheScaleThatPeopleSee)
     EXPECT_FALSE(devices.value(ids.forDevice("sink"), volume));
 }
 
+TEST_F(DeviceTableTest, LateEchoesDoNotShowWhileASliderMoves)
+{
+    const AudioObjectID device = microphone();
+    listen(device, "volm");
+    listen(device, "mute");
+    graph.assumeVolume(30, {{0.001F, 0.001F}, false, false});
+    graph.assumeVolume(30, {{0.064F, 0.064F}, true, true});
+    feed.volume(30, {{0.001F, 0.001F}, false, true});
+    EXPECT_FLOAT_EQ(shown(device), 0.4F);
+    EXPECT_EQ(takeHeard(), "volmvolmmute");
+    feed.settleVolumes();
+    EXPECT_FLOAT_EQ(shown(device), 0.1F) << "the last word is the server's";
+    EXPECT_EQ(takeHeard(), "volmmute");
+}
+
 TEST_F(DeviceTableTest, RefusesWhatItCannotWrite)
 {
     const AudioObjectID device = microphone();

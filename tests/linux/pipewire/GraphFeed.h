@@ -46,7 +46,7 @@ public:
     }
     void volume(std::uint32_t id, NodeVolume volume)
     {
-        graph_.nodes_.at(id).volume = std::move(volume);
+        graph_.nodes_.at(id).reportedVolume = std::move(volume);
         graph_.nodeUpdated(id);
     }
     void formats(std::uint32_t id, bool offersRaw, bool offersEncoded)
@@ -70,6 +70,8 @@ public:
         link.inputNode = input;
         graph_.linkUpdated(id);
     }
+    /// Time enough has passed for the server to answer what was written.
+    void settleVolumes() { graph_.endAssumptions(); }
     void remove(std::uint32_t id) { graph_.remove(id); }
 
     void metadata(std::uint32_t subject, const char* key, const char* value)
