@@ -27,8 +27,9 @@ public:
     DeviceTable(const DeviceTable&) = delete;
     DeviceTable& operator=(const DeviceTable&) = delete;
 
-    /// Called on the loop thread, locked, after devices, defaults or the rate changed. At most one.
-    void onChanged(std::function<void()> changed) { changed_ = std::move(changed); }
+    /// Called on the loop thread, locked, after devices, the default output or a rate changed; for
+    /// as long as the table lives.
+    void onChanged(std::function<void()> changed) { changed_.push_back(std::move(changed)); }
 
     /// Those that are there, in order of appearance. [locked]
     [[nodiscard]] const std::vector<AudioObjectID>& deviceIDs() const { return order_; }
@@ -69,8 +70,6 @@ private:
         std::string uid;
         std::string name;
         bool isAlive = false;
-        bool hasOutput = false;
-        bool hasInput = false;
         std::uint32_t transport = 0;
         std::optional<std::uint32_t> dataSource;
         double rate = 0;
@@ -79,7 +78,6 @@ private:
         std::vector<AudioObjectID> inputStreams;
     };
 
-    void nodeAppeared(const GraphNode& node) override;
     void nodeChanged(const GraphNode& node) override;
     void nodeRemoved(const GraphNode& node) override;
     void deviceChanged(const GraphDevice& device) override;
@@ -91,18 +89,25 @@ private:
     void disconnected() override;
 
     void update(const GraphNode& node);
-    void lose(const std::string& uid, std::uint32_t node);
+    void lose(AudioObjectID object);
     [[nodiscard]] Device describe(const GraphNode& node);
     [[nodiscard]] const GraphRoute* routeOf(const GraphNode& node, bool isOutput) const;
     void announce(AudioObjectID object, const Device& before, const Device& after);
     void refreshDefaults();
+    void tellChanged();
+    [[nodiscard]] AudioObjectID withScope(std::string_view name,
+                                          std::vector<AudioObjectID> Device::*streams) const;
     [[nodiscard]] const Device* alive(AudioObjectID device) const;
-    [[nodiscard]] int write(const Device& device, const NodeVolume& wanted);
+    [[nodiscard]] static std::vector<AudioObjectID> streams(const Device& device,
+                                                            AudioObjectPropertyScope scope);
+    [[nodiscard]] static std::optional<PropertyBytes>
+    inputValue(const Device& device, const AudioObjectPropertyAddress& address);
+    int write(std::uint32_t nodeID, const NodeVolume& wanted);
 
     Graph& graph_;
     ObjectIDs& ids_;
     ListenerTable& listeners_;
-    std::function<void()> changed_;
+    std::vector<std::function<void()>> changed_;
     std::map<AudioObjectID, Device> devices_;
     std::vector<AudioObjectID> order_;
     AudioObjectID defaultOutput_ = kAudioObjectUnknown;

@@ -21,7 +21,7 @@ public:
                                                       const GraphClient* client);
 
 private:
-    [[nodiscard]] std::int32_t madeUp(const std::string& sandbox);
+    [[nodiscard]] std::int32_t madeUp(const std::string& sandboxed);
 
     std::map<std::string, std::int32_t> madeUp_; ///< one for each sandboxed process
 };

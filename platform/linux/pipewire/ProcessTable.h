@@ -70,7 +70,8 @@ private:
         StreamKind kind = StreamKind::none;
         std::optional<UntappableReason> untappable;
         bool isRunning = false;
-        bool isKnown = false; ///< its own description has arrived
+        bool isKnown = false;     ///< its own description has arrived
+        AudioObjectID toldAs = 0; ///< the process that the observer knows it by
 
         [[nodiscard]] bool isTappable() const { return kind == StreamKind::output && !untappable; }
     };
@@ -84,24 +85,27 @@ private:
 
     void clientChanged(const GraphClient& client) override;
     void clientRemoved(const GraphClient& client) override;
-    void nodeAppeared(const GraphNode& node) override;
-    void nodeChanged(const GraphNode& node) override;
+    void nodeAppeared(const GraphNode& node) override { update(node); }
+    void nodeChanged(const GraphNode& node) override { update(node); }
     void nodeRemoved(const GraphNode& node) override;
     void linkChanged(const GraphLink& link) override;
-    void linkRemoved(const GraphLink& link) override;
+    void linkRemoved(const GraphLink& link) override { linkChanged(link); }
     void metadataChanged(std::uint32_t subject,
                          const std::string& key,
                          const std::optional<std::string>& value) override;
     void disconnected() override;
 
-    [[nodiscard]] Stream examine(const GraphNode& node) const;
+    [[nodiscard]] std::optional<Stream> examine(const GraphNode& node);
+    [[nodiscard]] bool isHeard(std::uint32_t node, const Stream& stream) const;
     void update(const GraphNode& node);
-    void appear(const GraphNode& node, const Stream& stream);
+    void forget(std::uint32_t node);
+    void appear(const GraphNode& node, std::int32_t pid);
     void dropUnclaimed();
-    void tell(const std::optional<Stream>& before, const Stream* after, std::uint32_t node);
+    void tell(std::uint32_t node, Stream& stream);
+    void refreshPID(std::int32_t pid);
     void refreshProcess(AudioObjectID object, Process& process);
     [[nodiscard]] std::vector<AudioObjectID> devicesOf(std::int32_t pid) const;
-    [[nodiscard]] std::optional<AudioObjectID> deviceOf(std::uint32_t node) const;
+    [[nodiscard]] AudioObjectID deviceOf(std::uint32_t node) const;
 
     Graph& graph_;
     ObjectIDs& ids_;
@@ -110,7 +114,7 @@ private:
     std::shared_ptr<ProcessIdentity> identity_;
     StreamObserver* streamObserver_ = nullptr;
     OwnTarget ownTarget_;
-    mutable ProcessPIDs pids_;
+    ProcessPIDs pids_;
     std::map<std::uint32_t, Stream> streams_; ///< by node
     std::map<std::uint32_t, std::set<std::int32_t>> pidsOfClient_;
     std::map<AudioObjectID, Process> processes_;
