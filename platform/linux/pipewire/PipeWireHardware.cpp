@@ -45,6 +45,10 @@ PipeWireHardware::PipeWireHardware(std::unique_ptr<Connection> connection,
         Logger("pipewire").notice("PipeWire has gone");
         graph_.detach();
         connection_->disconnect();
+        connection_->reconnect([this] {
+            Logger("pipewire").notice("PipeWire is back");
+            graph_.attach();
+        });
     });
 }
 
@@ -53,6 +57,7 @@ PipeWireHardware::~PipeWireHardware()
     taps_.reset();
     const Connection::Lock lock(*connection_);
     connection_->onDisconnected(nullptr);
+    connection_->reconnect(nullptr);
     graph_.detach();
 }
 
@@ -61,7 +66,8 @@ bool PipeWireHardware::fillMirror(std::string& error)
     {
         const Connection::Lock lock(*connection_);
         if (const int status = connection_->connect(); status < 0) {
-            error = fmt::format("No PipeWire server can be reached: {}", std::strerror(-status));
+            error = fmt::format("No PipeWire server can be reached, is it running? ({})",
+                                std::strerror(-status));
             return false;
         }
         graph_.attach();
