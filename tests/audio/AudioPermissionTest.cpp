@@ -2,6 +2,8 @@
 
 #include "tests/audio/EngineTest.h"
 
+#include <tuple>
+
 namespace fadewell {
 namespace {
 
@@ -35,11 +37,7 @@ protected:
 TEST_F(AudioPermissionTest, OnlyTheOneStatusIsARefusal)
 {
     EXPECT_TRUE(AudioPermission::check(*hardware_));
-    const struct {
-        HardwareCall call;
-        OSStatus status;
-        bool isAllowed;
-    } cases[] = {
+    const std::tuple<HardwareCall, OSStatus, bool> cases[] = {
         {setTapDescription, kAudioDevicePermissionsError, false},
         {setTapDescription, kAudioHardwareBadObjectError, true},
         {createProcessTap, kAudioHardwareIllegalOperationError, false},
@@ -102,34 +100,21 @@ TEST_F(AudioPermissionTest, GivesUpWhenTheTimeIsOver)
 
 TEST_F(AudioPermissionTest, FailedStepsAnswerNoAndLeaveNothing)
 {
-    const struct {
-        HardwareCall call;
-        bool isLogged;
-    } cases[] = {
-        {createProcessTap, true},
-        {createAggregateDevice, false},
-        {createIOProc, false},
-        {start, false},
-    };
-    for (const auto& [call, isLogged] : cases) {
-        hardware_->setCapturePermitted(false);
-        if (call == createProcessTap) {
-            fail(call); // for check()
-        }
-        fail(call);
+    const Lines message{"permission error: Couldn't set up the permission request"};
+    const std::pair<HardwareCall, Lines> cases[] = {
+        {createProcessTap, message}, {createAggregateDevice, {}}, {createIOProc, {}}, {start, {}}};
+    hardware_->setCapturePermitted(false);
+    for (const auto& [call, log] : cases) {
+        fail(call, call == createProcessTap ? 2 : 1); // The first tap is that of check().
         request(60);
         EXPECT_THAT(answers_, ElementsAre(false)) << name(call);
         EXPECT_EQ(answeredAfter_, 0) << name(call);
-        EXPECT_THAT(log_.take(),
-                    isLogged ? Lines{"permission error: Couldn't set up the permission request"}
-                             : Lines{})
-            << name(call);
+        EXPECT_EQ(log_.take(), log) << name(call);
     }
     hardware_->setDefaultOutput(kAudioObjectUnknown);
     request(60);
     EXPECT_THAT(answers_, ElementsAre(false));
-    EXPECT_THAT(log_.take(),
-                ElementsAre("permission error: Couldn't set up the permission request"));
+    EXPECT_EQ(log_.take(), message);
 }
 
 TEST_F(AudioPermissionTest, DroppedRequestAnswersNothingAndLeavesNothing)

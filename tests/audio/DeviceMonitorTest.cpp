@@ -2,6 +2,8 @@
 
 #include "tests/audio/EngineTest.h"
 
+#include <tuple>
+
 namespace fadewell {
 namespace {
 
@@ -36,10 +38,7 @@ protected:
 
 TEST_F(DeviceMonitorTest, OnlyWhatAUserCouldChooseIsAnOutput)
 {
-    const struct {
-        SimulatedDevice device;
-        bool isOutput;
-    } cases[] = {
+    const std::tuple<SimulatedDevice, bool> cases[] = {
         {{.uid = "plain", .name = "x"}, true},
         {{.uid = "microphone", .name = "x", .outputStreams = 0, .inputStreams = 1}, false},
         {{.uid = "hidden", .name = "x", .isHidden = true}, false},

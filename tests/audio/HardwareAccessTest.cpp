@@ -3,6 +3,7 @@
 #include "tests/audio/EngineTest.h"
 
 #include <limits>
+#include <tuple>
 
 namespace fadewell {
 namespace {
@@ -15,10 +16,7 @@ using testing::Optional;
 
 TEST(CoreAudioErrorTest, DescribesTheStatusAsCharactersOrNumber)
 {
-    const struct {
-        OSStatus status;
-        const char* text;
-    } cases[] = {
+    const std::tuple<OSStatus, const char*> cases[] = {
         {560947818, "Create tap failed: '!obj' (560947818)"},
         {-50, "Create tap failed: -50 (-50)"},
         {0x2020207E, "Create tap failed: '   ~' (538976382)"},

@@ -2,6 +2,8 @@
 
 #include "tests/audio/EngineTest.h"
 
+#include <tuple>
+
 namespace fadewell {
 namespace {
 
@@ -66,17 +68,14 @@ TEST_F(ProcessMonitorTest, PublishesWhoPlaysWhereAndFollowsChanges)
 
 TEST_F(ProcessMonitorTest, RelationsThatSayNothingAreAbsent)
 {
-    const struct {
-        std::int32_t parent;
-        std::optional<std::int32_t> parentPID;
-        std::int32_t responsible;
-        std::optional<std::int32_t> responsiblePID;
-    } cases[] = {
-        {0, std::nullopt, 0, std::nullopt},
-        {1, std::nullopt, -1, std::nullopt},
-        {2, 2, 1, 1},
-        {77, 77, 700, std::nullopt}, // responsible for itself
-    };
+    const std::
+        tuple<std::int32_t, std::optional<std::int32_t>, std::int32_t, std::optional<std::int32_t>>
+            cases[] = {
+                {0, std::nullopt, 0, std::nullopt},
+                {1, std::nullopt, -1, std::nullopt},
+                {2, 2, 1, 1},
+                {77, 77, 700, std::nullopt}, // responsible for itself
+            };
     for (const auto& [parent, parentPID, responsible, responsiblePID] : cases) {
         lookup_->setParent(700, parent);
         lookup_->setResponsible(700, responsible);

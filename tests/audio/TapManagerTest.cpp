@@ -1,6 +1,8 @@
 #include "audio/TapTargets.h"
 #include "tests/audio/TapManagerFixture.h"
 
+#include <tuple>
+
 namespace fadewell {
 namespace {
 
@@ -15,11 +17,7 @@ TEST_F(TapManagerTest, CarriesOutEachWishAndSaysSo)
 {
     const auto other = hardware_->addProcess({.pid = 20});
     TapRequest wish = request();
-    const struct {
-        std::function<void()> change;
-        std::string changes;
-        Lines log;
-    } steps[] = {
+    const std::tuple<std::function<void()>, std::string, Lines> steps[] = {
         {[] {},
          "createProcessTap createAggregateDevice createIOProc start",
          {"taps info: Tapping app on speakers (0 ms)"}},
@@ -42,11 +40,11 @@ TEST_F(TapManagerTest, CarriesOutEachWishAndSaysSo)
          "createProcessTap createAggregateDevice createIOProc start",
          {"taps info: Released app", "taps info: Tapping nobody on headset (0 ms)"}},
     };
-    for (const auto& step : steps) {
-        step.change();
+    for (const auto& [change, calls, log] : steps) {
+        change();
         update({wish});
-        EXPECT_EQ(changes(), step.changes);
-        EXPECT_EQ(log_.take(), step.log) << step.changes;
+        EXPECT_EQ(changes(), calls);
+        EXPECT_EQ(log_.take(), log) << calls;
     }
 }
 
@@ -64,24 +62,20 @@ TEST_F(TapManagerTest, ChoosesTheOutputOfEachRequest)
     const auto nameless = hardware_->addDevice({.uid = ""});
     const auto input =
         hardware_->addDevice({.uid = "microphone", .outputStreams = 0, .inputStreams = 1});
-    const struct {
-        std::vector<AudioObjectID> playsTo;
-        std::optional<std::string> preferred;
-        std::string uid;
-        bool isRerouted;
-    } cases[] = {
-        {{}, std::nullopt, "speakers", false},
-        {{headset_, speakers_}, std::nullopt, "headset", false},
-        {{own, nameless, 9999}, std::nullopt, "speakers", false},
-        {{own, nameless, headset_}, std::nullopt, "headset", false},
-        {{speakers_}, "headset", "headset", true},
-        {{headset_}, "headset", "headset", false},
-        {{headset_}, "speakers", "speakers", true},
-        {{headset_}, "unplugged", "headset", false},
-        {{headset_}, "app.fadewell.tap.1", "headset", false},
-        {{headset_}, "microphone", "headset", false},
-        {{input}, std::nullopt, "microphone", false},
-    };
+    const std::tuple<std::vector<AudioObjectID>, std::optional<std::string>, std::string, bool>
+        cases[] = {
+            {{}, std::nullopt, "speakers", false},
+            {{headset_, speakers_}, std::nullopt, "headset", false},
+            {{own, nameless, 9999}, std::nullopt, "speakers", false},
+            {{own, nameless, headset_}, std::nullopt, "headset", false},
+            {{speakers_}, "headset", "headset", true},
+            {{headset_}, "headset", "headset", false},
+            {{headset_}, "speakers", "speakers", true},
+            {{headset_}, "unplugged", "headset", false},
+            {{headset_}, "app.fadewell.tap.1", "headset", false},
+            {{headset_}, "microphone", "headset", false},
+            {{input}, std::nullopt, "microphone", false},
+        };
     for (const auto& [playsTo, preferred, uid, isRerouted] : cases) {
         TapRequest wish = request(0.25);
         wish.outputDeviceIDs = playsTo;
@@ -125,12 +119,7 @@ TEST_F(TapManagerTest, FailedStepReleasesTheAppAndExcludesItForTenSeconds)
     moved.preferredOutputUID = "headset";
     TapRequest grown = request();
     grown.processObjectIDs = {process_, process_};
-    const struct {
-        TapRequest before;
-        TapRequest wish;
-        HardwareCall call;
-        std::string error;
-    } cases[] = {
+    const std::tuple<TapRequest, TapRequest, HardwareCall, std::string> cases[] = {
         {request(1.0), request(), createProcessTap, "Create tap"},
         {request(1.0), request(), start, "Start"},
         {paused, request(), start, "Start"},

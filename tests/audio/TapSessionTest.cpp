@@ -3,6 +3,8 @@
 #include "audio/CoreAudioError.h"
 #include "tests/audio/EngineTest.h"
 
+#include <tuple>
+
 namespace fadewell {
 namespace {
 
@@ -84,11 +86,7 @@ TEST_F(TapSessionTest, EachFailedStepHasItsLabelAndLeavesNothingBehind)
     const std::string noFloat = "Tap format is not 32-bit float failed: 'unop' (1970171760)";
     const std::string noStreams = "Wait for aggregate device failed: 'stop' (1937010544)";
     const std::string refused = " failed: 'nope' (1852797029)";
-    const struct {
-        std::function<void()> arrange;
-        std::string description;
-        double seconds;
-    } cases[] = {
+    const std::tuple<std::function<void()>, std::string, double> cases[] = {
         {[&] { fail(createProcessTap); }, "Create tap" + refused, 0},
         {[&] { hardware_->faults().giveNothing(createProcessTap); },
          "Create tap (no object) failed: '!obj' (560947818)",
