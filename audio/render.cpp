@@ -243,15 +243,6 @@ void silence(AudioBufferList* output, const Route& route)
     }
 }
 
-std::uint64_t channelCount(const AudioBufferList* list)
-{
-    std::uint64_t count = 0;
-    for (std::uint32_t i = 0; i < list->mNumberBuffers; ++i) {
-        count += list->mBuffers[i].mNumberChannels;
-    }
-    return count;
-}
-
 /// A route of 0 frames when there is nothing to render.
 Route findRoute(const AudioBufferList* input, const AudioBufferList* output)
 {
@@ -263,9 +254,7 @@ Route findRoute(const AudioBufferList* input, const AudioBufferList* output)
     if (!find_channel(input, 1, &route.right)) {
         route.right = route.left;
     }
-    if (channelCount(output) >= 2) {
-        find_channel(output, 1, &route.outRight);
-    }
+    find_channel(output, 1, &route.outRight);
     route.frames = std::min({route.left.frames, route.right.frames, route.outLeft.frames});
     if (route.isStereo()) {
         route.frames = std::min(route.frames, route.outRight.frames);
