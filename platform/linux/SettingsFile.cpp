@@ -86,7 +86,7 @@ SettingsFile::Contents SettingsFile::read() const
 {
     const FileDescriptor file(open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file) {
-        return errno == ENOENT ? Contents{} : Contents{Outcome::unreadable, {}, lastError()};
+        return errno == ENOENT || errno == ENOTDIR ? Contents{} : Contents{Outcome::unreadable, {}, lastError()};
     }
     Contents contents{Outcome::read, {}, {}};
     std::array<char, 16384> buffer{};

@@ -59,6 +59,24 @@ bool startsByID(std::string_view program)
     return std::find(starters.begin(), starters.end(), program) != starters.end();
 }
 
+/// What stands between a wrapper and the command: its options and, for "env", assignments.
+auto behindOptions(const std::vector<std::string>& command)
+{
+    constexpr std::array<std::string_view, 6> withValue{
+        "-u", "--unset", "-C", "--chdir", "-n", "-c"};
+    auto word = command.begin() + 1;
+    while (word != command.end() &&
+           (word->starts_with('-') || word->find('=') != std::string::npos)) {
+        const bool takesNext =
+            std::find(withValue.begin(), withValue.end(), *word) != withValue.end();
+        ++word;
+        if (takesNext && word != command.end()) {
+            ++word;
+        }
+    }
+    return word;
+}
+
 std::vector<std::string> withoutWrappers(std::vector<std::string> command)
 {
     const auto isPrefix = [](const std::string& word) {
@@ -68,11 +86,7 @@ std::vector<std::string> withoutWrappers(std::vector<std::string> command)
         if (startsByID(fileName(command.front()))) {
             return {};
         }
-        // Behind a wrapper stand its options and, for "env", assignments.
-        const auto next = std::find_if(command.begin() + 1, command.end(), [](const auto& word) {
-            return !word.starts_with('-') && word.find('=') == std::string::npos;
-        });
-        command.erase(command.begin(), next);
+        command.erase(command.begin(), behindOptions(command));
     }
     return command;
 }
@@ -120,6 +134,7 @@ void DesktopIndex::refresh()
 void DesktopIndex::readAll()
 {
     stamps_.clear();
+    visited_.clear();
     for (auto* map : {&byID_, &byProgram_, &byWMClass_, &byIcon_, &byFolder_}) {
         map->clear();
     }
@@ -135,6 +150,10 @@ void DesktopIndex::readFolder(const fs::path& folder, const std::string& prefix,
 {
     stamps_.push_back(stamp(folder)); // Before reading: what comes later is then a change.
     std::error_code error;
+    const auto real = fs::canonical(folder, error);
+    if (error || !visited_.insert(real).second) {
+        return; // There is none, or a link leads back to where we were.
+    }
     fs::directory_iterator item(folder, error);
     for (; !error && item != fs::directory_iterator(); item.increment(error)) {
         std::error_code ignored; // An item that can't be told is no folder.

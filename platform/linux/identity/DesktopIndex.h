@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -70,7 +71,8 @@ private:
 
     Config config_;
     std::vector<Stamp> stamps_;
-    Map byID_; ///< also those that are hidden, which mask others
+    std::set<std::filesystem::path> visited_; ///< folders that were read, at the end of all links
+    Map byID_;                                ///< also those that are hidden, which mask others
     Map byProgram_;
     Map byWMClass_;
     Map byIcon_;
