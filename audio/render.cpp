@@ -190,7 +190,9 @@ void renderFramesPlain(Route route, Ramp& gain, Ramp& duck)
     renderFrames(route, gain, duck);
 }
 
-#if defined(__x86_64__)
+// A build may leave the fused form out, to test the plain one on a machine that would not choose
+// it.
+#if defined(__x86_64__) && !defined(FADEWELL_RENDER_PLAIN)
 __attribute__((target("avx2,fma"))) void renderFramesFused(Route route, Ramp& gain, Ramp& duck)
 {
     renderFrames(route, gain, duck);
@@ -241,15 +243,6 @@ void silence(AudioBufferList* output, const Route& route)
     }
 }
 
-std::uint64_t channelCount(const AudioBufferList* list)
-{
-    std::uint64_t count = 0;
-    for (std::uint32_t i = 0; i < list->mNumberBuffers; ++i) {
-        count += list->mBuffers[i].mNumberChannels;
-    }
-    return count;
-}
-
 /// A route of 0 frames when there is nothing to render.
 Route findRoute(const AudioBufferList* input, const AudioBufferList* output)
 {
@@ -261,9 +254,7 @@ Route findRoute(const AudioBufferList* input, const AudioBufferList* output)
     if (!find_channel(input, 1, &route.right)) {
         route.right = route.left;
     }
-    if (channelCount(output) >= 2) {
-        find_channel(output, 1, &route.outRight);
-    }
+    find_channel(output, 1, &route.outRight);
     route.frames = std::min({route.left.frames, route.right.frames, route.outLeft.frames});
     if (route.isStereo()) {
         route.frames = std::min(route.frames, route.outRight.frames);
