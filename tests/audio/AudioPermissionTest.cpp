@@ -5,6 +5,8 @@
 namespace fadewell {
 namespace {
 
+using enum HardwareCall;
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -19,7 +21,7 @@ protected:
         pending_ = AudioPermission::request(context_, main_, timeout, [this](bool isAllowed) {
             answers_.push_back(isAllowed);
             answeredAfter_ = time_->uptime() - began_;
-            EXPECT_EQ(hardware_->made(), SimulatedHardware::Made{}) << "gone before the answer";
+            EXPECT_EQ(hardware_->made(), Made{}) << "gone before the answer";
         });
         time_->run();
     }
@@ -38,16 +40,16 @@ TEST_F(AudioPermissionTest, OnlyTheOneStatusIsARefusal)
         OSStatus status;
         bool isAllowed;
     } cases[] = {
-        {HardwareCall::setTapDescription, kAudioDevicePermissionsError, false},
-        {HardwareCall::setTapDescription, kAudioHardwareBadObjectError, true},
-        {HardwareCall::createProcessTap, kAudioHardwareIllegalOperationError, false},
+        {setTapDescription, kAudioDevicePermissionsError, false},
+        {setTapDescription, kAudioHardwareBadObjectError, true},
+        {createProcessTap, kAudioHardwareIllegalOperationError, false},
     };
     for (const auto& [call, status, isAllowed] : cases) {
         hardware_->faults().failNext(call, status);
         EXPECT_EQ(AudioPermission::check(*hardware_), isAllowed) << name(call) << status;
-        EXPECT_EQ(hardware_->made(), SimulatedHardware::Made{});
+        EXPECT_EQ(hardware_->made(), Made{});
     }
-    hardware_->faults().giveNothing(HardwareCall::createProcessTap);
+    hardware_->faults().giveNothing(createProcessTap);
     EXPECT_FALSE(AudioPermission::check(*hardware_));
 }
 
@@ -55,8 +57,8 @@ TEST_F(AudioPermissionTest, GrantedAlreadyNeedsNoPrompt)
 {
     request(60);
     EXPECT_THAT(answers_, ElementsAre(true));
-    EXPECT_EQ(hardware_->calls().count(HardwareCall::createAggregateDevice), 0);
-    EXPECT_EQ(hardware_->calls().count(HardwareCall::createProcessTap), 1);
+    EXPECT_EQ(hardware_->calls().count(createAggregateDevice), 0);
+    EXPECT_EQ(hardware_->calls().count(createProcessTap), 1);
 }
 
 TEST_F(AudioPermissionTest, AnswersAtTheFirstPollAfterTheUserDid)
@@ -66,7 +68,7 @@ TEST_F(AudioPermissionTest, AnswersAtTheFirstPollAfterTheUserDid)
     ASSERT_EQ(taps().size(), 1U);
     const std::string uuid = taps()[0].uuid;
     EXPECT_EQ(taps()[0], (TapDescription{uuid, "Fadewell permission request", {}, true, true, {}}));
-    EXPECT_EQ(hardware_->calls().count(HardwareCall::start), 1);
+    EXPECT_EQ(hardware_->calls().count(start), 1);
     ASSERT_EQ(aggregates().size(), 1U);
     EXPECT_EQ(aggregates()[0],
               (AggregateDescription{"Fadewell",
@@ -104,17 +106,17 @@ TEST_F(AudioPermissionTest, FailedStepsAnswerNoAndLeaveNothing)
         HardwareCall call;
         bool isLogged;
     } cases[] = {
-        {HardwareCall::createProcessTap, true},
-        {HardwareCall::createAggregateDevice, false},
-        {HardwareCall::createIOProc, false},
-        {HardwareCall::start, false},
+        {createProcessTap, true},
+        {createAggregateDevice, false},
+        {createIOProc, false},
+        {start, false},
     };
     for (const auto& [call, isLogged] : cases) {
         hardware_->setCapturePermitted(false);
-        if (call == HardwareCall::createProcessTap) {
-            hardware_->faults().failNext(call, kAudioHardwareIllegalOperationError); // for check()
+        if (call == createProcessTap) {
+            fail(call); // for check()
         }
-        hardware_->faults().failNext(call, kAudioHardwareIllegalOperationError);
+        fail(call);
         request(60);
         EXPECT_THAT(answers_, ElementsAre(false)) << name(call);
         EXPECT_EQ(answeredAfter_, 0) << name(call);
@@ -137,10 +139,8 @@ TEST_F(AudioPermissionTest, DroppedRequestAnswersNothingAndLeavesNothing)
     time_->advance(1.5);
     hardware_->calls().clear();
     pending_ = Timer();
-    EXPECT_EQ(hardware_->made(), SimulatedHardware::Made{});
-    EXPECT_THAT(
-        hardware_->calls().changes(),
-        ElementsAre("stop", "destroyIOProc", "destroyAggregateDevice", "destroyProcessTap"));
+    EXPECT_EQ(hardware_->made(), Made{});
+    EXPECT_EQ(changes(), "stop destroyIOProc destroyAggregateDevice destroyProcessTap");
     EXPECT_EQ(time_->pendingTasks(), 0U);
     time_->advance(60);
     EXPECT_THAT(answers_, IsEmpty());

@@ -5,6 +5,8 @@
 namespace fadewell {
 namespace {
 
+using enum HardwareCall;
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Optional;
@@ -52,6 +54,7 @@ TEST_F(DeviceMonitorTest, OnlyWhatAUserCouldChooseIsAnOutput)
         EXPECT_EQ(DeviceMonitor::makeSnapshot(*hardware_).outputs.size(), isOutput ? 1U : 0U)
             << device.uid.value_or("no UID");
         hardware_->removeDevice(id);
+        time_->run();
     }
     const auto odd = addOutput("odd");
     hardware_->setProperty(odd, propertyAddress(kAudioDevicePropertyIsHidden), bytesOf(2U));
@@ -75,12 +78,6 @@ TEST_F(DeviceMonitorTest, FillsDevicesAndSortsThemAsAFileBrowserDoes)
                                            "b"}));
 }
 
-TEST_F(DeviceMonitorTest, FirstSnapshotIsPublishedEvenWhenEmpty)
-{
-    start();
-    EXPECT_THAT(*snapshots_, ElementsAre(DeviceSnapshot{}));
-}
-
 TEST_F(DeviceMonitorTest, DefaultIsNamedEvenWhenItIsNoChoice)
 {
     const auto aggregate = hardware_->addDevice({.uid = "app.fadewell.tap.x", .name = "Fadewell"});
@@ -90,76 +87,62 @@ TEST_F(DeviceMonitorTest, DefaultIsNamedEvenWhenItIsNoChoice)
     EXPECT_THAT(snapshots_->back().defaultOutputUID, Optional(std::string("app.fadewell.tap.x")));
 }
 
-TEST_F(DeviceMonitorTest, PublishesOneSnapshotForABurstOfChangesAndNoneForNone)
+TEST_F(DeviceMonitorTest, PluggedHeadphonesGiveOneSnapshot)
 {
-    const auto device = addOutput("a", "Old");
-    hardware_->setDefaultOutput(device);
+    const auto device =
+        hardware_->addDevice({.uid = "a", .name = "A", .dataSource = fourCharCode("ispk")});
     start();
-    ASSERT_EQ(snapshots_->size(), 1U);
-
-    hardware_->setProperty(device,
-                           {kAudioDevicePropertyDataSource, kAudioObjectPropertyScopeOutput, 0},
-                           bytesOf(kAudioDataSourceHeadphones));
-    hardware_->setProperty(device, propertyAddress(kAudioObjectPropertyName), "New");
+    hardware_->setDataSource(device, kAudioDataSourceHeadphones);
     time_->advance(0.099);
     EXPECT_EQ(snapshots_->size(), 1U);
     time_->advance(0.002);
     ASSERT_EQ(snapshots_->size(), 2U);
-    EXPECT_EQ(snapshots_->back().outputs[0].kind, Kind::headphones);
-    EXPECT_EQ(snapshots_->back().outputs[0].name, "New");
-
-    hardware_->setProperty(device, propertyAddress(kAudioObjectPropertyName), "Other");
-    hardware_->setProperty(device, propertyAddress(kAudioObjectPropertyName), "New");
-    const auto input = hardware_->addDevice({.uid = "in", .outputStreams = 0, .inputStreams = 1});
-    time_->advance(0.2);
-    EXPECT_EQ(snapshots_->size(), 2U) << "nothing changed in the end";
-
-    // What is no output yet is listened to as well.
-    const auto before = hardware_->made().listeners;
-    hardware_->removeDevice(input);
-    time_->advance(0.2);
-    EXPECT_EQ(hardware_->made().listeners, before - 2);
+    EXPECT_EQ(snapshots_->at(0).outputs[0].kind, Kind::builtInSpeakers);
+    EXPECT_EQ(snapshots_->at(1).outputs[0].kind, Kind::headphones);
 }
 
-TEST_F(DeviceMonitorTest, FollowsDevicesAndDefault)
+TEST_F(DeviceMonitorTest, PublishesNothingWhenNothingChangedInTheEnd)
 {
-    const auto first = addOutput("a", "A");
-    hardware_->setDefaultOutput(first);
+    const auto device = addOutput("a", "Old");
     start();
-    const auto second = addOutput("b", "B");
-    time_->advance(0.11);
-    EXPECT_EQ(names(), (Lines{"A", "B"}));
-    EXPECT_EQ(snapshots_->back().outputs.size(), 2U);
+    hardware_->setName(device, "New");
+    hardware_->setName(device, "Old");
+    hardware_->addDevice({.uid = "in", .outputStreams = 0, .inputStreams = 1});
+    time_->advance(0.2);
+    EXPECT_EQ(snapshots_->size(), 1U);
+    hardware_->setName(device, "New");
+    hardware_->setName(device, "Newest");
+    time_->advance(0.2);
+    EXPECT_EQ(snapshots_->size(), 2U) << "one for the burst";
+    EXPECT_EQ(snapshots_->back().outputs[0].name, "Newest");
+}
+
+TEST_F(DeviceMonitorTest, FollowsDevicesAndDefaultUntilItIsStopped)
+{
+    start();
+    EXPECT_THAT(*snapshots_, ElementsAre(DeviceSnapshot{})) << "the first one even when empty";
+    const auto first = addOutput("a", "A");
+    const auto second =
+        hardware_->addDevice({.uid = "b", .name = "B", .dataSource = fourCharCode("ispk")});
     hardware_->setDefaultOutput(second);
     time_->advance(0.11);
+    EXPECT_EQ(snapshots_->back().outputs.size(), 2U);
     EXPECT_EQ(snapshots_->back().defaultOutputUID, "b");
-    hardware_->removeDevice(first);
+    EXPECT_EQ(hardware_->made().listeners, 5U);
+    hardware_->removeDevice(second);
     time_->advance(0.11);
-    ASSERT_EQ(snapshots_->back().outputs.size(), 1U);
+    EXPECT_EQ(snapshots_->back().outputs.size(), 1U);
+    EXPECT_EQ(hardware_->made().listeners, 3U);
 
-    hardware_->faults().failNext(
-        HardwareCall::getData, kAudioHardwareBadObjectError, 2, kAudioHardwarePropertyDevices);
+    fail(getData, 2, kAudioHardwarePropertyDevices);
     hardware_->setDefaultOutput(kAudioObjectUnknown);
     time_->advance(0.11);
     EXPECT_EQ(snapshots_->back(), DeviceSnapshot{}) << "an unreadable list is empty";
-}
 
-TEST_F(DeviceMonitorTest, NothingRemainsAfterStopOrDestruction)
-{
-    addOutput("a");
-    start();
-    monitor_->start();
-    time_->advance(0.2);
-    EXPECT_EQ(hardware_->made().listeners, 4U);
     monitor_->stop();
     EXPECT_EQ(hardware_->made().listeners, 0U);
-
-    auto other = DeviceMonitor::create(context_);
-    other->start();
-    time_->run();
-    EXPECT_EQ(hardware_->made().listeners, 4U);
-    other = nullptr;
-    EXPECT_EQ(hardware_->made().listeners, 0U);
+    hardware_->setName(first, "New");
+    time_->advance(1);
     EXPECT_EQ(time_->pendingTasks(), 0U);
 }
 
