@@ -81,6 +81,9 @@ TEST_F(SimulatedHardwareTest, ChangesReachTheListenersThatCoverThem)
     hardware_->setDefaultOutput(headset);
     time_->run();
     EXPECT_EQ(running, 1) << "what stays the same is no change";
+    hardware_->setRunning(process, false, true);
+    time_->run();
+    EXPECT_EQ(running, 2) << "it runs on, but in the other direction";
     EXPECT_EQ(devices, 1) << "a process follows the default output";
     hardware_->setOutputDevices(process, {{speakers}});
     hardware_->setDefaultOutput(0);
