@@ -46,15 +46,14 @@ TEST_F(ProcessMonitorTest, PublishesWhoPlaysWhereAndFollowsChanges)
 {
     lookup_->setParent(501, 400);
     lookup_->setResponsible(501, 300);
-    const AudioObjectID id = hardware_->addProcess(
-        {.pid = 501, .bundleID = "org.example.Player", .isRunningOutput = true});
+    const AudioObjectID id = hardware_->addProcess({.pid = 501, .bundleID = "org.example.Player"});
     start();
-    AudioProcess expected{id, 501, "org.example.Player", true, false, 400, 300, {speakers_}};
+    AudioProcess expected{id, 501, "org.example.Player", false, false, 400, 300, {speakers_}};
     EXPECT_THAT(*lists_, ElementsAre(ElementsAre(expected)));
 
-    hardware_->setRunning(id, false, true);
+    hardware_->setRunning(id, true, true);
     time_->advance(0.06);
-    expected.isRunningOutput = false;
+    expected.isRunningOutput = true;
     expected.isRunningInput = true;
     EXPECT_THAT(lists_->back(), ElementsAre(expected));
 
