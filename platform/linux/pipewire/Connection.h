@@ -13,7 +13,7 @@ namespace fadewell::pipewire {
 ///
 /// The loop's lock is the lock of everything that mirrors the server: whoever touches a proxy, a
 /// stream, the graph or a table built on it holds a Lock or runs on the loop thread, where it is
-/// held already. Nothing waits under it except through waitFor().
+/// held already; what needs it is marked [locked]. Nothing waits under it but waitFor().
 class Connection final {
 public:
     struct Options {

@@ -72,7 +72,9 @@ void Metadata::take(std::uint32_t subject, const char* key, const char* value)
     if (key == nullptr) {
         forget(subject);
     } else if (value == nullptr) {
-        values_[subject].erase(key);
+        if (const auto keys = values_.find(subject); keys != values_.end()) {
+            keys->second.erase(key);
+        }
         changed_(subject, key, std::nullopt);
     } else {
         values_[subject][key] = value;

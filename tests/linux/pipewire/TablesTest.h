@@ -5,10 +5,10 @@
 #include "platform/linux/pipewire/ProcessTable.h"
 #include "tests/linux/pipewire/GraphFeed.h"
 
-#include <cstring>
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <map>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -75,7 +75,7 @@ protected:
         const auto bytes =
             table.value(object, {fourCharCode(selector), scope, 0}).value_or(PropertyBytes{});
         std::vector<AudioObjectID> objects(bytes.size() / sizeof(AudioObjectID));
-        std::memcpy(objects.data(), bytes.data(), bytes.size());
+        std::copy(bytes.begin(), bytes.end(), std::as_writable_bytes(std::span(objects)).begin());
         return objects;
     }
 
