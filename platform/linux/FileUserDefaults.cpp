@@ -45,7 +45,7 @@ struct FileUserDefaults::State {
     std::mutex mutex; // All below.
     SettingsFormat::Document entries;
     Changes changes; ///< keys set or removed since the last write
-    bool isWritePosted = false;
+    Timer pendingWrite;
 };
 
 void FileUserDefaults::State::load()
@@ -145,7 +145,7 @@ void FileUserDefaults::State::save()
     Changes own;
     {
         const std::lock_guard guard(mutex);
-        isWritePosted = false;
+        pendingWrite = Timer(); // A flush is ahead of it.
         own.swap(changes);
     }
     if (own.empty()) {
@@ -213,10 +213,9 @@ void FileUserDefaults::remove(std::string_view key)
 // Called with the mutex held.
 void FileUserDefaults::changed()
 {
-    if (state_->isWritePosted) {
+    if (state_->pendingWrite) {
         return;
     }
-    state_->isWritePosted = true;
     auto write = [weak = std::weak_ptr(state_), weakQueue = std::weak_ptr(writer_)] {
         const auto queue = weakQueue.lock();
         const auto state = weak.lock();
@@ -225,7 +224,7 @@ void FileUserDefaults::changed()
             state->save();
         }
     };
-    writer_->after(coalescingDelay, std::move(write)).detach();
+    state_->pendingWrite = writer_->after(coalescingDelay, std::move(write));
 }
 
 std::vector<std::string> FileUserDefaults::keys() const

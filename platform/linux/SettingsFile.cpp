@@ -86,7 +86,8 @@ SettingsFile::Contents SettingsFile::read() const
 {
     const FileDescriptor file(open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file) {
-        return errno == ENOENT || errno == ENOTDIR ? Contents{} : Contents{Outcome::unreadable, {}, lastError()};
+        return errno == ENOENT || errno == ENOTDIR ? Contents{}
+                                                   : Contents{Outcome::unreadable, {}, lastError()};
     }
     Contents contents{Outcome::read, {}, {}};
     std::array<char, 16384> buffer{};
@@ -126,12 +127,12 @@ std::optional<FileDescriptor> SettingsFile::lock(std::string& reason) const
     }
     // Held for the length of a write, so that a try is all it takes; bounded, because its holder
     // may have been stopped.
-    constexpr int tries = 100;
+    constexpr int tries = 1000;
     for (int attempt = 0; attempt < tries; ++attempt) {
         if (flock(file.get(), LOCK_EX | LOCK_NB) == 0) {
             return file;
         }
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
     reason = "another process holds the lock";
     return std::nullopt;

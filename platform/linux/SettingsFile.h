@@ -38,8 +38,8 @@ public:
     [[nodiscard]] Contents read() const;
     [[nodiscard]] Version version() const;
 
-    /// Waits at most a second for other processes; they do the same. The lock ends with the value.
-    /// Absent, with the reason, when it is not to be had.
+    /// Waits at most five seconds for other processes, which hold it for a write only. The lock
+    /// ends with the value. Absent, with the reason, when it is not to be had.
     [[nodiscard]] std::optional<FileDescriptor> lock(std::string& reason) const;
 
     /// On disk when it returns; the reason otherwise, and the old file is still there. Call with

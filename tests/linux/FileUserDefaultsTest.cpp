@@ -215,7 +215,7 @@ TEST_F(FileUserDefaultsTest, TakesOverWhatOthersWroteAndKeepsItsOwnChanges)
 TEST_F(FileUserDefaultsTest, LosesNoKeyOfProcessesThatWriteAtOnce)
 {
     constexpr int processes = 4;
-    constexpr int keys = 25;
+    constexpr int keys = 10;
     std::vector<pid_t> children;
     for (int process = 0; process < processes; ++process) {
         const pid_t child = fork();

@@ -80,6 +80,7 @@ TEST(ProgramNameTest, SeesThroughInterpreters)
         {"/usr/bin/perl5.36", {"perl", "-I", "lib", "-w", "/a/b.pl"}, "b.pl", Kind::script},
         {"/usr/bin/bash", {"-bash"}, "bash", Kind::bareInterpreter},
         {"/usr/bin/bash", {"bash", "--rcfile", "x", "-i"}, "bash", Kind::bareInterpreter},
+        {"/usr/bin/bash", {"bash", "/dev/fd/3"}, "bash", Kind::bareInterpreter},
         {"/usr/bin/bash", {"bash", "-lc", "mpv"}, "bash", Kind::commandShell},
         {"/usr/bin/bash", {"bash", "-e", "/a/radio.sh"}, "radio.sh", Kind::script},
         {"/usr/bin/node",

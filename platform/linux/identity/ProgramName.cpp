@@ -164,7 +164,8 @@ Program interpreted(const Interpreter& interpreter,
             continue;
         }
         if (argument.front() != '-' && argument.front() != '+') {
-            return script(argument);
+            // Fed through a descriptor, a script has no name.
+            return argument.starts_with("/dev/") ? bare : script(argument);
         }
         if (isInline(interpreter, argument)) {
             auto inlined = bare;
