@@ -90,7 +90,7 @@ bool Program::compose()
     std::string error;
     auto platform = makePlatform(mainQueue_, makeQueue, error);
     if (!platform) {
-        log_.error("Can't start: {}", error);
+        log_.info("Can't start: {}", error); // For the journal; people read the next line.
         std::fprintf(stderr, "fadewell: can't start: %s\n", error.c_str());
         return false;
     }

@@ -19,6 +19,17 @@ constexpr double answerTime = 3.0;
 /// Globals, then their own descriptions, then the parameters asked for because of these.
 constexpr int roundTripsToFill = 3;
 
+/// At login this program may start before the session manager has. [locked exactly once]
+bool waitForSessionManager(Connection& connection, const pipewire::Graph& graph)
+{
+    constexpr double slice = 0.25; // Nothing signals a new global.
+    constexpr int mostSlices = 20;
+    for (int i = 0; i < mostSlices && !graph.hasMetadata(); ++i) {
+        connection.waitFor(slice, [&graph] { return graph.hasMetadata(); });
+    }
+    return graph.hasMetadata();
+}
+
 } // namespace
 
 std::shared_ptr<PipeWireHardware> PipeWireHardware::create(
@@ -76,6 +87,10 @@ bool PipeWireHardware::fillMirror(std::string& error)
                 error = "PipeWire doesn't answer: its session manager (WirePlumber) may be missing";
                 return false;
             }
+        }
+        if (!waitForSessionManager(*connection_, graph_)) {
+            error = "PipeWire runs without a session manager: start WirePlumber";
+            return false;
         }
     }
     makeTaps();
