@@ -1,0 +1,130 @@
+#pragma once
+
+#include "app/MixerModel.h"
+#include "base/MemoryUserDefaults.h"
+#include "tests/audio/EngineTest.h"
+#include "tests/support/SimulatedWorkspace.h"
+
+namespace fadewell {
+
+/// A model on the real engine over a simulated sound system with two outputs and a microphone.
+class MixerModelFixture : public EngineTest {
+protected:
+    void SetUp() override
+    {
+        speakers_ = addOutput("speakers", "Speakers");
+        headset_ = addOutput("headset", "Headset");
+        hardware_->setDefaultOutput(speakers_);
+        SimulatedDevice microphone{.uid = "mic", .name = "Microphone", .outputStreams = 0};
+        microphone.inputStreams = 1;
+        microphone.inputVolume[0] = {0.8F, true};
+        microphone_ = hardware_->addDevice(microphone);
+        cycles_ = hardware_->runCycles(64, 0.5);
+    }
+
+    /// Settings that are to be loaded have to be in `defaults_` before.
+    void launch()
+    {
+        model_ = MixerModel::create(services());
+        onMain([this] { model_->start(); });
+        time_->advance(0.2);
+    }
+
+    [[nodiscard]] MixerModel::Services services()
+    {
+        return {main_,
+                workspace_,
+                defaults_,
+                ProcessMonitor::create(context_),
+                DeviceMonitor::create(context_),
+                TapManager::create(context_),
+                MicrophoneController::create(context_, defaults_),
+                std::make_shared<AppSettingsStore>(defaults_)};
+    }
+
+    void onMain(Task task)
+    {
+        main_->async(std::move(task));
+        time_->run();
+    }
+
+    /// Starts an application with one process.
+    AudioObjectID addApp(std::int32_t pid,
+                         const std::string& bundleID,
+                         const std::string& name,
+                         bool isPlaying = true)
+    {
+        workspace_->running.push_back({.pid = pid, .bundleID = bundleID, .name = name});
+        return addProcess(pid, isPlaying);
+    }
+
+    AudioObjectID addProcess(std::int32_t pid, bool isPlaying = true)
+    {
+        const auto process = hardware_->addProcess({.pid = pid, .isRunningOutput = isPlaying});
+        time_->advance(0.1);
+        return process;
+    }
+
+    void setRunning(AudioObjectID process, bool output, bool input)
+    {
+        hardware_->setRunning(process, output, input);
+        time_->advance(0.1);
+    }
+
+    /// How loud a process that plays at 1 is heard, once every ramp has ended.
+    double heard(AudioObjectID process, AudioObjectID device)
+    {
+        constexpr std::uint32_t frames = 4 * 48000;
+        const std::vector<float> full(frames, 1.0F);
+        const auto sound = hardware_->renderCycle(frames, {{process, {full, full}}});
+        const auto found = sound.find(device);
+        return found == sound.end() || found->second.left.empty() ? 0 : found->second.left.back();
+    }
+
+    [[nodiscard]] std::optional<AppRowState> row(const std::string& appID) const
+    {
+        for (const auto& each : model_->apps.get()) {
+            if (each.id == appID) {
+                return each;
+            }
+        }
+        return std::nullopt;
+    }
+
+    [[nodiscard]] std::optional<CallStatus> badge(const std::string& appID) const
+    {
+        return row(appID).value_or(AppRowState()).callStatus;
+    }
+
+    [[nodiscard]] std::vector<std::string> shownNames() const
+    {
+        std::vector<std::string> names;
+        for (const auto& each : model_->apps.get()) {
+            names.push_back(each.name);
+        }
+        return names;
+    }
+
+    /// The model's own lines since the last call.
+    [[nodiscard]] Lines mixerLines()
+    {
+        auto lines = log_.take();
+        std::erase_if(lines, [](const auto& line) { return !line.starts_with("mixer "); });
+        return lines;
+    }
+
+    [[nodiscard]] AppAudioSettings saved(const std::string& appID) const
+    {
+        return AppSettingsStore(defaults_).settings(appID);
+    }
+
+    AudioObjectID speakers_ = 0;
+    AudioObjectID headset_ = 0;
+    AudioObjectID microphone_ = 0;
+    Timer cycles_;
+    std::shared_ptr<SimulatedWorkspace> workspace_ = std::make_shared<SimulatedWorkspace>();
+    std::shared_ptr<MemoryUserDefaults> defaults_ = std::make_shared<MemoryUserDefaults>();
+    std::shared_ptr<MixerModel> model_;
+};
+
+} // namespace fadewell
