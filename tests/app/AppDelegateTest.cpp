@@ -8,16 +8,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class AppDelegateTest : public MixerModelFixture {
-protected:
-    [[nodiscard]] std::optional<float> microphoneVolume()
-    {
-        return readProperty<float>(
-            *hardware_,
-            microphone_,
-            {kAudioDevicePropertyVolumeScalar, kAudioObjectPropertyScopeInput});
-    }
-};
+class AppDelegateTest : public MixerModelFixture {};
 
 TEST_F(AppDelegateTest, CleansUpAfterAnEarlierRunBeforeItStarts)
 {
@@ -28,7 +19,7 @@ TEST_F(AppDelegateTest, CleansUpAfterAnEarlierRunBeforeItStarts)
     hardware_->setInputVolume(microphone_, 0, 0);
     defaults_->set(MicrophoneController::mutedInputDevicesKey,
                    UserDefaults::NumberMap{{"mic", 0.5}});
-    model_ = MixerModel::create(services());
+    createModel();
     AppDelegate delegate(model_, hardware_, defaults_);
     time_->run();
     bool isInstalled = false;

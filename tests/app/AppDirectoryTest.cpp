@@ -6,20 +6,11 @@
 
 namespace fadewell {
 
-static void PrintTo(const AppDirectory::Identity& identity, std::ostream* out)
-{
-    *out << identity.name << ", " << identity.icon.themeName;
-}
-
 namespace {
 
 AudioApp app(const std::string& id, std::optional<std::string> bundleID, std::vector<int> pids)
 {
-    AudioApp result;
-    result.id = id;
-    result.bundleID = std::move(bundleID);
-    result.pids = std::move(pids);
-    return result;
+    return {id, std::move(bundleID), std::move(pids), {}, false, false, {}};
 }
 
 TEST(AppDirectoryTest, AsksTheRunningAppFirstThenWhereItIsInstalled)

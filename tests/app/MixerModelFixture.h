@@ -14,7 +14,6 @@ protected:
     {
         speakers_ = addOutput("speakers", "Speakers");
         headset_ = addOutput("headset", "Headset");
-        hardware_->setDefaultOutput(speakers_);
         SimulatedDevice microphone{.uid = "mic", .name = "Microphone", .outputStreams = 0};
         microphone.inputStreams = 1;
         microphone.inputVolume[0] = {0.8F, true};
@@ -23,23 +22,23 @@ protected:
     }
 
     /// Settings that are to be loaded have to be in `defaults_` before.
-    void launch()
+    void createModel()
     {
-        model_ = MixerModel::create(services());
-        onMain([this] { model_->start(); });
-        time_->advance(0.2);
+        model_ = MixerModel::create({main_,
+                                     workspace_,
+                                     defaults_,
+                                     ProcessMonitor::create(context_),
+                                     DeviceMonitor::create(context_),
+                                     TapManager::create(context_),
+                                     MicrophoneController::create(context_, defaults_),
+                                     std::make_shared<AppSettingsStore>(defaults_)});
     }
 
-    [[nodiscard]] MixerModel::Services services()
+    void launch()
     {
-        return {main_,
-                workspace_,
-                defaults_,
-                ProcessMonitor::create(context_),
-                DeviceMonitor::create(context_),
-                TapManager::create(context_),
-                MicrophoneController::create(context_, defaults_),
-                std::make_shared<AppSettingsStore>(defaults_)};
+        createModel();
+        onMain([this] { model_->start(); });
+        time_->advance(0.2);
     }
 
     void onMain(Task task)
@@ -52,15 +51,15 @@ protected:
     AudioObjectID addApp(std::int32_t pid,
                          const std::string& bundleID,
                          const std::string& name,
-                         bool isPlaying = true)
+                         bool playing = true)
     {
         workspace_->running.push_back({.pid = pid, .bundleID = bundleID, .name = name});
-        return addProcess(pid, isPlaying);
+        return addProcess(pid, playing);
     }
 
-    AudioObjectID addProcess(std::int32_t pid, bool isPlaying = true)
+    AudioObjectID addProcess(std::int32_t pid, bool playing)
     {
-        const auto process = hardware_->addProcess({.pid = pid, .isRunningOutput = isPlaying});
+        const auto process = hardware_->addProcess({.pid = pid, .isRunningOutput = playing});
         time_->advance(0.1);
         return process;
     }
@@ -74,11 +73,16 @@ protected:
     /// How loud a process that plays at 1 is heard, once every ramp has ended.
     double heard(AudioObjectID process, AudioObjectID device)
     {
-        constexpr std::uint32_t frames = 4 * 48000;
-        const std::vector<float> full(frames, 1.0F);
-        const auto sound = hardware_->renderCycle(frames, {{process, {full, full}}});
-        const auto found = sound.find(device);
-        return found == sound.end() || found->second.left.empty() ? 0 : found->second.left.back();
+        const std::vector<float> full(4 * 48000, 1.0F);
+        auto sound = hardware_->renderCycle(4 * 48000, {{process, {full, full}}});
+        return sound[device].left.empty() ? 0 : sound[device].left.back();
+    }
+
+    [[nodiscard]] std::optional<float> microphoneVolume()
+    {
+        const AudioObjectPropertyAddress address{kAudioDevicePropertyVolumeScalar,
+                                                 kAudioObjectPropertyScopeInput};
+        return readProperty<float>(*hardware_, microphone_, address);
     }
 
     [[nodiscard]] std::optional<AppRowState> row(const std::string& appID) const
@@ -91,31 +95,12 @@ protected:
         return std::nullopt;
     }
 
-    [[nodiscard]] std::optional<CallStatus> badge(const std::string& appID) const
-    {
-        return row(appID).value_or(AppRowState()).callStatus;
-    }
-
-    [[nodiscard]] std::vector<std::string> shownNames() const
-    {
-        std::vector<std::string> names;
-        for (const auto& each : model_->apps.get()) {
-            names.push_back(each.name);
-        }
-        return names;
-    }
-
     /// The model's own lines since the last call.
     [[nodiscard]] Lines mixerLines()
     {
         auto lines = log_.take();
         std::erase_if(lines, [](const auto& line) { return !line.starts_with("mixer "); });
         return lines;
-    }
-
-    [[nodiscard]] AppAudioSettings saved(const std::string& appID) const
-    {
-        return AppSettingsStore(defaults_).settings(appID);
     }
 
     AudioObjectID speakers_ = 0;
