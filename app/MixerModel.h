@@ -46,11 +46,11 @@ public:
         std::shared_ptr<SerialQueue> mainQueue; ///< required
         std::shared_ptr<Workspace> workspace;   ///< required
         std::shared_ptr<UserDefaults> defaults; ///< required
-        std::shared_ptr<ProcessMonitor> monitor;
-        std::shared_ptr<DeviceMonitor> devices;
-        std::shared_ptr<TapManager> taps;
-        std::shared_ptr<MicrophoneController> microphoneController;
-        std::shared_ptr<AppSettingsStore> store;
+        std::shared_ptr<ProcessMonitor> monitor{};
+        std::shared_ptr<DeviceMonitor> devices{};
+        std::shared_ptr<TapManager> taps{};
+        std::shared_ptr<MicrophoneController> microphoneController{};
+        std::shared_ptr<AppSettingsStore> store{};
     };
 
     /// Loads the remembered settings; observes and starts nothing.

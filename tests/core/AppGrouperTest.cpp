@@ -11,6 +11,11 @@ using testing::IsEmpty;
 
 constexpr std::int32_t ownPID = 1;
 
+auto hasID(const std::string& id)
+{
+    return testing::Field(&AudioApp::id, id);
+}
+
 const std::vector<RunningApp> runningApps = {
     {ownPID, "app.own", false},
     {10, "com.example", false},
@@ -28,13 +33,7 @@ AudioProcess process(std::uint32_t id,
                      std::optional<std::int32_t> parent = {},
                      std::optional<std::int32_t> responsible = {})
 {
-    AudioProcess result;
-    result.id = id;
-    result.pid = pid;
-    result.bundleID = std::move(bundleID);
-    result.parentPID = parent;
-    result.responsiblePID = responsible;
-    return result;
+    return {id, pid, std::move(bundleID), false, false, parent, responsible, {}};
 }
 
 std::vector<AudioApp> grouped(const std::vector<AudioProcess>& processes,
@@ -117,15 +116,10 @@ TEST(AppGrouperTest, JoinsTheProcessesOfAnApp)
 
 TEST(AppGrouperTest, SortsIdentifiersAsText)
 {
-    const std::vector<RunningApp> apps = {
-        {3, {}, false}, {12, {}, false}, {-5, {}, false}, {6, "com.b", false}};
-    std::vector<std::string> order;
-    for (const auto& app :
-         grouped({process(1, 3), process(2, 12), process(3, -5), process(4, 6)}, apps))
-    {
-        order.push_back(app.id);
-    }
-    EXPECT_THAT(order, ElementsAre("com.b", "pid:-5", "pid:12", "pid:3"));
+    const auto apps = grouped({process(1, 3), process(2, 12), process(3, -5), process(4, 6)},
+                              {{3, {}}, {12, {}}, {-5, {}}, {6, "com.b"}});
+    EXPECT_THAT(apps,
+                ElementsAre(hasID("com.b"), hasID("pid:-5"), hasID("pid:12"), hasID("pid:3")));
     EXPECT_THAT(grouped({}), IsEmpty());
 }
 
