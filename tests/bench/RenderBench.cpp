@@ -79,7 +79,7 @@ void render(benchmark::State& run, Motion motion, bool isInterleaved)
 
 void sizes(benchmark::internal::Benchmark* benchmark)
 {
-    benchmark->Arg(1024)->Arg(65536);
+    benchmark->Arg(1024)->Arg(8192)->Arg(65536);
 }
 
 BENCHMARK(copy)->Name("render/memcpy")->Apply(sizes);
