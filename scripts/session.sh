@@ -65,7 +65,7 @@ cleaner() {
             pid=${pid%/environ}
             [ "$pid" != "$BASHPID" ] || continue
             if grep -qzxF "XDG_RUNTIME_DIR=$session/runtime" "$environment" 2>/dev/null; then
-                kill -s "$signal" "$pid" 2>/dev/null && found=yes || true
+                if kill -s "$signal" "$pid" 2>/dev/null; then found=yes; fi
             fi
         done
         [ -n "$found" ] || break
@@ -78,13 +78,12 @@ exec {alive}> >(exec </dev/stdin; cleaner >/dev/null 2>&1)
 cleaner_pid=$!
 finish() {
     local code=$?
+    trap '' INT TERM HUP
     exec {alive}>&-
     wait "$cleaner_pid" 2>/dev/null || true
     exit "$code"
 }
 trap finish EXIT
-trap 'exit 143' TERM
-trap 'exit 129' HUP
 
 # Nothing of the caller's session may leak in.
 for name in $(compgen -e | grep -E '^(PIPEWIRE_|PULSE_|DBUS_|SDL_AUDIO|JACK_|WIREPLUMBER_|SPA_)' || true); do
