@@ -87,6 +87,8 @@ public:
     void setCallModeActive(bool on);
     /// Ends an override at once: call mode follows detection again.
     void followCallDetection();
+    /// The override, while there is one.
+    [[nodiscard]] std::optional<bool> callModeOverride() const;
     void setCallModeSettings(const CallModeSettings& settings);
 
     /// The name of a connected output device.

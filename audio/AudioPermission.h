@@ -16,7 +16,7 @@ struct AudioPermission {
     /// Asks by really reading a tap, silently, and checks once a second on `queue`; calls
     /// `answered` there: true as soon as capture is allowed, false when the time (in seconds) ran
     /// out or nothing could be built. Whatever was built is gone before the answer, and when the
-    /// timer is dropped.
+    /// timer is dropped, which happens on `queue` while the request runs.
     [[nodiscard]] static Timer request(const EngineContext& context,
                                        std::shared_ptr<SerialQueue> queue,
                                        double timeout,

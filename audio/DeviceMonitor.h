@@ -2,9 +2,12 @@
 
 #include "audio/DeviceSnapshot.h"
 #include "audio/EngineContext.h"
+#include "audio/HALListener.h"
 #include "base/Stream.h"
 
+#include <map>
 #include <memory>
+#include <optional>
 
 namespace fadewell {
 
@@ -29,7 +32,26 @@ public:
     [[nodiscard]] static DeviceSnapshot makeSnapshot(AudioHardware& hardware);
 
 private:
-    // The engine's author fills this in.
+    explicit DeviceMonitor(EngineContext context);
+    void startOnQueue() ON_QUEUE(*queue_);
+    void reconcileDevices() ON_QUEUE(*queue_);
+    void schedulePublish() ON_QUEUE(*queue_);
+    void publish() ON_QUEUE(*queue_);
+    void listen(HALListeners& listeners,
+                AudioObjectID object,
+                const AudioObjectPropertyAddress& address,
+                Task changed) const;
+
+    const EngineContext context_;
+    const std::shared_ptr<SerialQueue> queue_;
+    Stream<DeviceSnapshot> snapshots_{1};
+
+    HALListeners systemListeners_ CONFINED_TO(*queue_);
+    /// Every device seen, also one without a listener or without an output.
+    std::map<AudioObjectID, HALListeners> deviceListeners_ CONFINED_TO(*queue_);
+    bool isPublishScheduled_ CONFINED_TO(*queue_) = false;
+    Timer publishTimer_ CONFINED_TO(*queue_);
+    std::optional<DeviceSnapshot> last_ CONFINED_TO(*queue_);
 };
 
 } // namespace fadewell

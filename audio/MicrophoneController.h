@@ -1,11 +1,16 @@
 #pragma once
 
 #include "audio/EngineContext.h"
+#include "audio/HALListener.h"
+#include "audio/InputMutes.h"
 #include "audio/MicrophoneState.h"
+#include "base/Logger.h"
 #include "base/Stream.h"
 #include "base/UserDefaults.h"
 
 #include <memory>
+#include <optional>
+#include <string>
 
 namespace fadewell {
 
@@ -42,7 +47,27 @@ public:
     static void restoreLeftMuted(AudioHardware& hardware, UserDefaults& defaults);
 
 private:
-    // The engine's author fills this in.
+    MicrophoneController(EngineContext context, std::shared_ptr<UserDefaults> defaults);
+    void startOnQueue() ON_QUEUE(*queue_);
+    void attachDefaultInput() ON_QUEUE(*queue_);
+    void listenToDevice() ON_QUEUE(*queue_);
+    void publishState() ON_QUEUE(*queue_);
+    [[nodiscard]] MicrophoneState makeState() const ON_QUEUE(*queue_);
+    void muteDevice() ON_QUEUE(*queue_);
+
+    const EngineContext context_;
+    const std::shared_ptr<UserDefaults> defaults_;
+    InputMutes mutes_ CONFINED_TO(*queue_);
+    const std::shared_ptr<SerialQueue> queue_;
+    const Logger log_{"microphone"};
+    Stream<MicrophoneState> states_{1};
+
+    bool wantsMute_ CONFINED_TO(*queue_) = false;
+    /// The default input device that is followed; 0 for none.
+    AudioObjectID device_ CONFINED_TO(*queue_) = kAudioObjectUnknown;
+    std::unique_ptr<HALListener> systemListener_ CONFINED_TO(*queue_);
+    HALListeners deviceListeners_ CONFINED_TO(*queue_);
+    std::optional<MicrophoneState> last_ CONFINED_TO(*queue_);
 };
 
 } // namespace fadewell

@@ -47,7 +47,8 @@ OSStatus render_io_proc(AudioObjectID device,
                         const AudioTimeStamp* outputTime,
                         void* client) noexcept;
 
-/// Copies input to output with the ramped gain and duck applied. [audio thread]
+/// Copies input to output with the ramped gain and duck applied; what is not rendered is zeroed.
+/// The buffers of one list do not overlap those of the other. [audio thread]
 void render_process(RenderState* state,
                     const AudioBufferList* input,
                     AudioBufferList* output) noexcept;

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "app/MixerModel.h"
+#include "control/AppCatalog.h"
+#include "control/BusMethod.h"
+
+#include <memory>
+#include <vector>
+
+namespace fadewell {
+
+/// The methods of the bus interface about call mode. [main queue]
+[[nodiscard]] std::vector<BusMethod> callMethods(std::shared_ptr<MixerModel> model,
+                                                 std::shared_ptr<AppCatalog> catalog);
+
+} // namespace fadewell

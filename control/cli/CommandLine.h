@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+
+namespace fadewell::cli {
+
+/// Runs fadewellctl: parses, calls the running program, prints. Returns the exit status; needs a
+/// QCoreApplication.
+[[nodiscard]] int run(int argc, const char* const* argv, const std::string& version);
+
+} // namespace fadewell::cli

@@ -1,0 +1,308 @@
+#include "platform/linux/pipewire/Graph.h"
+
+#include "platform/linux/pipewire/ParameterParsing.h"
+
+#include <array>
+#include <cerrno>
+#include <utility>
+
+namespace fadewell::pipewire {
+
+namespace {
+
+template <class Object>
+const Object* lookUp(const std::map<std::uint32_t, Object>& objects, std::uint32_t id)
+{
+    const auto found = objects.find(id);
+    return found == objects.end() ? nullptr : &found->second;
+}
+
+/// Stores the object under its id, as more than the registry told.
+template <class Object>
+Object& store(std::map<std::uint32_t, Object>& objects, GraphObject object)
+{
+    Object& stored = objects[object.id];
+    stored = Object{};
+    static_cast<GraphObject&>(stored) = std::move(object);
+    return stored;
+}
+
+std::uint32_t identifier(const Properties& properties, std::string_view key)
+{
+    return static_cast<std::uint32_t>(number(properties, key).value_or(SPA_ID_INVALID));
+}
+
+/// Memory for one parameter; volumes of 64 channels fit well.
+struct ParameterMemory {
+    std::array<std::byte, 1024> bytes;
+    spa_pod_builder builder = {};
+
+    ParameterMemory()
+    {
+        spa_pod_builder_init(&builder, bytes.data(), static_cast<std::uint32_t>(bytes.size()));
+    }
+};
+
+} // namespace
+
+Graph::~Graph()
+{
+    const Connection::Lock lock(connection_);
+    observers_.clear();
+    detach();
+}
+
+bool Graph::attach()
+{
+    if (registry_ != nullptr || !connection_.isConnected()) {
+        return registry_ != nullptr;
+    }
+    registry_ = pw_core_get_registry(connection_.core(), PW_VERSION_REGISTRY, 0);
+    if (registry_ == nullptr) {
+        return false;
+    }
+    pw_registry_add_listener(registry_, &registryHook_, &registryEvents(), this);
+    return true;
+}
+
+void Graph::detach()
+{
+    if (registry_ == nullptr) {
+        return;
+    }
+    bindings_.clear();
+    settings_.reset();
+    spa_hook_remove(&registryHook_);
+    pw_proxy_destroy(reinterpret_cast<pw_proxy*>(std::exchange(registry_, nullptr)));
+    clients_.clear();
+    nodes_.clear();
+    ports_.clear();
+    links_.clear();
+    devices_.clear();
+    removeMetadata();
+    tellAll([](GraphObserver& observer) { observer.disconnected(); });
+}
+
+const GraphClient* Graph::client(std::uint32_t id) const
+{
+    return lookUp(clients_, id);
+}
+const GraphNode* Graph::node(std::uint32_t id) const
+{
+    return lookUp(nodes_, id);
+}
+const GraphLink* Graph::link(std::uint32_t id) const
+{
+    return lookUp(links_, id);
+}
+const GraphDevice* Graph::device(std::uint32_t id) const
+{
+    return lookUp(devices_, id);
+}
+
+const GraphNode* Graph::nodeNamed(std::string_view name) const
+{
+    const auto found = std::find_if(nodes_.begin(), nodes_.end(), [name](const auto& entry) {
+        return find(entry.second.props, PW_KEY_NODE_NAME) == name;
+    });
+    return found == nodes_.end() ? nullptr : &found->second;
+}
+
+const GraphNode* Graph::nodeWithSerial(std::uint64_t serial) const
+{
+    const auto found = std::find_if(nodes_.begin(), nodes_.end(), [serial](const auto& entry) {
+        return entry.second.serial == serial;
+    });
+    return found == nodes_.end() ? nullptr : &found->second;
+}
+
+std::vector<const GraphLink*> Graph::linksBetween(std::uint32_t outputNode,
+                                                  std::uint32_t inputNode) const
+{
+    std::vector<const GraphLink*> between;
+    for (const auto& [id, link] : links_) {
+        if ((outputNode == SPA_ID_INVALID || link.outputNode == outputNode) &&
+            (inputNode == SPA_ID_INVALID || link.inputNode == inputNode))
+        {
+            between.push_back(&link);
+        }
+    }
+    return between;
+}
+
+std::uint32_t Graph::metadataPermissions() const
+{
+    return metadata_ == nullptr ? 0 : metadata_->object().permissions;
+}
+
+std::optional<std::string> Graph::metadataValue(std::uint32_t subject, const std::string& key) const
+{
+    return metadata_ == nullptr ? std::nullopt : metadata_->value(subject, key);
+}
+
+std::optional<std::string> Graph::settingsValue(const std::string& key) const
+{
+    return settings_ == nullptr ? std::nullopt : settings_->value(PW_ID_CORE, key);
+}
+
+int Graph::setMetadata(std::uint32_t subject,
+                       const std::string& key,
+                       const std::string& type,
+                       const std::optional<std::string>& value)
+{
+    if (metadata_ == nullptr) {
+        return -ENOENT;
+    }
+    return metadata_->set(
+        subject, key, type.empty() ? nullptr : type.c_str(), value ? value->c_str() : nullptr);
+}
+
+int Graph::setNodeParam(std::uint32_t node, std::uint32_t param, const spa_pod* value)
+{
+    pw_proxy* const proxy = bindings_.proxy(node);
+    return proxy == nullptr ? -ENOENT
+                            : pw_node_set_param(reinterpret_cast<pw_node*>(proxy), param, 0, value);
+}
+
+int Graph::setDeviceRoute(std::uint32_t device, const GraphRoute& route, const NodeVolume& volume)
+{
+    pw_proxy* const proxy = bindings_.proxy(device);
+    if (proxy == nullptr) {
+        return -ENOENT;
+    }
+    ParameterMemory memory;
+    return pw_device_set_param(reinterpret_cast<pw_device*>(proxy),
+                               SPA_PARAM_Route,
+                               0,
+                               buildRoute(memory.builder, route, volume));
+}
+
+int Graph::setNodeVolume(std::uint32_t node, const NodeVolume& volume)
+{
+    ParameterMemory memory;
+    return setNodeParam(
+        node, SPA_PARAM_Props, buildVolume(memory.builder, SPA_PARAM_Props, volume));
+}
+
+void Graph::assumeVolume(std::uint32_t node, const NodeVolume& volume)
+{
+    const auto found = nodes_.find(node);
+    if (found == nodes_.end()) {
+        return;
+    }
+    if (!volume.channels.empty()) {
+        found->second.volume.channels = volume.channels;
+    }
+    if (volume.hasMute) {
+        found->second.volume.isMuted = volume.isMuted;
+    }
+    nodeUpdated(node);
+}
+
+void Graph::clientUpdated(std::uint32_t id)
+{
+    tellAll([&client = clients_.at(id)](GraphObserver& o) { o.clientChanged(client); });
+}
+
+void Graph::nodeUpdated(std::uint32_t id)
+{
+    tellAll([&node = nodes_.at(id)](GraphObserver& o) { o.nodeChanged(node); });
+}
+
+void Graph::linkUpdated(std::uint32_t id)
+{
+    tellAll([&link = links_.at(id)](GraphObserver& o) { o.linkChanged(link); });
+}
+
+void Graph::deviceUpdated(std::uint32_t id)
+{
+    tellAll([&device = devices_.at(id)](GraphObserver& o) { o.deviceChanged(device); });
+}
+
+void Graph::refused(std::uint32_t id, int result)
+{
+    tellAll([=](GraphObserver& o) { o.writeRefused(id, result); });
+}
+
+const pw_registry_events& Graph::registryEvents()
+{
+    static const pw_registry_events events = [] {
+        pw_registry_events table = {};
+        table.version = PW_VERSION_REGISTRY_EVENTS;
+        table.global = &Graph::onGlobal;
+        table.global_remove = &Graph::onGlobalRemove;
+        return table;
+    }();
+    return events;
+}
+
+void Graph::onGlobal(void* data,
+                     std::uint32_t id,
+                     std::uint32_t permissions,
+                     const char* type,
+                     std::uint32_t /*version*/,
+                     const spa_dict* properties)
+{
+    GraphObject object;
+    object.id = id;
+    object.permissions = permissions;
+    merge(object.props, properties);
+    object.serial = number(object.props, PW_KEY_OBJECT_SERIAL).value_or(0);
+    static_cast<Graph*>(data)->add(std::move(object), type);
+}
+
+void Graph::onGlobalRemove(void* data, std::uint32_t id)
+{
+    static_cast<Graph*>(data)->remove(id);
+}
+
+void Graph::add(GraphObject object, std::string_view type)
+{
+    const std::uint32_t id = object.id;
+    if (type == PW_TYPE_INTERFACE_Client) {
+        auto& client = store(clients_, std::move(object));
+        bindings_.bind(registry_, *this, client);
+        clientUpdated(id);
+    } else if (type == PW_TYPE_INTERFACE_Node) {
+        addNode(std::move(object));
+    } else if (type == PW_TYPE_INTERFACE_Port) {
+        addPort(std::move(object));
+    } else if (type == PW_TYPE_INTERFACE_Link) {
+        addLink(std::move(object));
+    } else if (type == PW_TYPE_INTERFACE_Device) {
+        auto& device = store(devices_, std::move(object));
+        bindings_.bind(registry_, *this, device);
+        deviceUpdated(id);
+    } else if (type == PW_TYPE_INTERFACE_Metadata) {
+        addMetadata(std::move(object));
+    }
+}
+
+void Graph::addNode(GraphObject object)
+{
+    GraphNode& node = store(nodes_, std::move(object));
+    bindings_.bind(registry_, *this, node);
+    tellAll([&node](GraphObserver& o) { o.nodeAppeared(node); });
+}
+
+void Graph::addPort(GraphObject object)
+{
+    GraphPort& port = store(ports_, std::move(object));
+    port.nodeID = identifier(port.props, PW_KEY_NODE_ID);
+    port.isOutput = find(port.props, PW_KEY_PORT_DIRECTION) == "out";
+    tellAll([&port](GraphObserver& o) { o.portChanged(port); });
+}
+
+void Graph::addLink(GraphObject object)
+{
+    const std::uint32_t id = object.id;
+    GraphLink& link = store(links_, std::move(object));
+    link.outputNode = identifier(link.props, PW_KEY_LINK_OUTPUT_NODE);
+    link.outputPort = identifier(link.props, PW_KEY_LINK_OUTPUT_PORT);
+    link.inputNode = identifier(link.props, PW_KEY_LINK_INPUT_NODE);
+    link.inputPort = identifier(link.props, PW_KEY_LINK_INPUT_PORT);
+    bindings_.bind(registry_, *this, link);
+    linkUpdated(id);
+}
+
+} // namespace fadewell::pipewire

@@ -1,0 +1,307 @@
+#include "audio/TapTargets.h"
+#include "tests/audio/TapManagerFixture.h"
+
+namespace fadewell {
+namespace {
+
+using testing::Each;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class TapManagerTest : public TapManagerFixture {};
+
+TEST_F(TapManagerTest, CarriesOutEachWishAndSaysSo)
+{
+    const auto other = hardware_->addProcess({.pid = 20});
+    TapRequest wish = request();
+    const struct {
+        const char* name;
+        std::function<void()> change;
+        Lines changes;
+        Lines log;
+    } steps[] = {
+        {"create",
+         [] {},
+         {"createProcessTap", "createAggregateDevice", "createIOProc", "start"},
+         {"taps info: Tapping app on speakers (0 ms)"}},
+        {"same again", [] {}, {}, {}},
+        {"gain", [&] { wish.gain = 0.25; }, {}, {}},
+        {"duck", [&] { wish.duck = 0.2; }, {}, {"taps info: app lowered for call mode"}},
+        {"unduck", [&] { wish.duck = 1.0; }, {}, {"taps info: app back from call mode"}},
+        {"processes",
+         [&] {
+             wish.processObjectIDs = {other, process_};
+         },
+         {"setTapDescription"},
+         {}},
+        {"pause", [&] { wish.isPlaying = false; }, {"stop"}, {"taps info: Paused app"}},
+        {"resume", [&] { wish.isPlaying = true; }, {"start"}, {"taps info: Resumed app"}},
+        {"move",
+         [&] { wish.preferredOutputUID = "headset"; },
+         {"createAggregateDevice",
+          "createIOProc",
+          "start",
+          "stop",
+          "destroyIOProc",
+          "destroyAggregateDevice"},
+         {"taps info: Moved app to headset"}},
+        {"no longer wanted",
+         [&] { wish.appID = "nobody"; },
+         {"stop",
+          "destroyIOProc",
+          "destroyAggregateDevice",
+          "destroyProcessTap",
+          "createProcessTap",
+          "createAggregateDevice",
+          "createIOProc",
+          "start"},
+         {"taps info: Released app", "taps info: Tapping nobody on headset (0 ms)"}},
+    };
+    for (const auto& step : steps) {
+        hardware_->calls().clear();
+        step.change();
+        update({wish});
+        EXPECT_EQ(hardware_->calls().changes(), step.changes) << step.name;
+        EXPECT_EQ(log_.take(), step.log) << step.name;
+    }
+}
+
+TEST_F(TapManagerTest, SaysHowManyWholeMillisecondsATapTook)
+{
+    hardware_->faults().delay(HardwareCall::createIOProc, 0.0259);
+    update({request()});
+    time_->advance(0.1);
+    EXPECT_THAT(log_.take(), ElementsAre("taps info: Tapping app on speakers (25 ms)"));
+}
+
+TEST_F(TapManagerTest, ChoosesTheOutputOfEachRequest)
+{
+    const auto own = addOutput("app.fadewell.tap.1");
+    const auto nameless = hardware_->addDevice({.uid = ""});
+    const auto input =
+        hardware_->addDevice({.uid = "microphone", .outputStreams = 0, .inputStreams = 1});
+    const struct {
+        std::vector<AudioObjectID> playsTo;
+        std::optional<std::string> preferred;
+        std::string uid;
+        bool isRerouted;
+    } cases[] = {
+        {{}, std::nullopt, "speakers", false},
+        {{headset_, speakers_}, std::nullopt, "headset", false},
+        {{own, nameless, 9999}, std::nullopt, "speakers", false},
+        {{own, nameless, headset_}, std::nullopt, "headset", false},
+        {{speakers_}, "headset", "headset", true},
+        {{headset_}, "headset", "headset", false},
+        {{headset_}, "speakers", "speakers", true},
+        {{headset_}, "unplugged", "headset", false},
+        {{headset_}, "app.fadewell.tap.1", "headset", false},
+        {{headset_}, "microphone", "headset", false},
+        {{input}, std::nullopt, "microphone", false},
+    };
+    for (const auto& [playsTo, preferred, uid, isRerouted] : cases) {
+        TapRequest wish = request(0.25);
+        wish.outputDeviceIDs = playsTo;
+        wish.preferredOutputUID = preferred;
+        wish.duck = 0.5;
+        const TapTarget expected{"app", {process_}, 0.25, 0.5, true, uid, isRerouted};
+        EXPECT_EQ(makeTapTargets(*hardware_, std::vector{wish}), std::vector{expected})
+            << uid << preferred.value_or(" by itself");
+    }
+    hardware_->setDefaultOutput(kAudioObjectUnknown);
+    EXPECT_EQ(makeTapTargets(*hardware_, {}), std::nullopt);
+}
+
+TEST_F(TapManagerTest, LoweredAppFadesDownFromItsFullLevel)
+{
+    TapRequest wish = request(0.5);
+    wish.duck = 0.0;
+    cycles_.cancel();
+    update({wish});
+    const auto heard = hardware_->renderCycle(64);
+    EXPECT_GT(heard.at(speakers_).left.at(0), 0.49F);
+}
+
+TEST_F(TapManagerTest, EveryUpdateIsPlannedEvenInABurst)
+{
+    manager_->update({request(0.5)});
+    manager_->update({});
+    manager_->update({request(0.5, "other")});
+    time_->run();
+    EXPECT_THAT(log_.take(),
+                ElementsAre("taps info: Tapping app on speakers (0 ms)",
+                            "taps info: Released app",
+                            "taps info: Tapping other on speakers (0 ms)"));
+}
+
+TEST_F(TapManagerTest, FailedStepReleasesTheAppAndExcludesItForTenSeconds)
+{
+    const auto refused = kAudioHardwareIllegalOperationError;
+    TapRequest moved = request();
+    moved.preferredOutputUID = "headset";
+    TapRequest grown = request();
+    grown.processObjectIDs = {process_, process_};
+    const struct {
+        bool isTappedBefore;
+        TapRequest wish;
+        HardwareCall call;
+        const char* error;
+    } cases[] = {
+        {false, request(), HardwareCall::createProcessTap, "Create tap"},
+        {false, request(), HardwareCall::start, "Start"},
+        {true, moved, HardwareCall::createAggregateDevice, "Create aggregate device"},
+        {true, grown, HardwareCall::setTapDescription, "Update tap processes"},
+    };
+    for (const auto& [isTappedBefore, wish, call, error] : cases) {
+        update({isTappedBefore ? request() : request(1.0)});
+        (void)log_.take();
+        hardware_->faults().failNext(call, refused);
+        update({wish});
+        EXPECT_THAT(
+            log_.take(),
+            ElementsAre(std::string("taps error: app: ") + error + " failed: 'nope' (1852797029)"));
+        EXPECT_EQ(hardware_->made(), Made{}) << error;
+        time_->advance(9);
+        update({wish});
+        EXPECT_EQ(hardware_->made(), Made{}) << error;
+        time_->advance(2);
+        EXPECT_EQ(hardware_->made(), Made{}) << "no timer ends the exclusion";
+        update({wish});
+        EXPECT_EQ(hardware_->made().taps, 1U) << error;
+        update({});
+        time_->advance(2);
+    }
+}
+
+TEST_F(TapManagerTest, FailureOfOneAppLeavesTheOthersAlone)
+{
+    hardware_->faults().failNext(HardwareCall::createProcessTap,
+                                 kAudioHardwareIllegalOperationError);
+    update({request(0.5, "first"), request(0.5, "second")});
+    EXPECT_THAT(log_.take(),
+                ElementsAre("taps error: first: Create tap failed: 'nope' (1852797029)",
+                            "taps info: Tapping second on speakers (0 ms)"));
+}
+
+TEST_F(TapManagerTest, FailedResumeReleasesTheApp)
+{
+    TapRequest wish = request();
+    wish.isPlaying = false;
+    update({wish});
+    hardware_->faults().failNext(HardwareCall::start, kAudioHardwareBadDeviceError);
+    update({request()});
+    EXPECT_THAT(log_.take(),
+                ElementsAre("taps info: Tapping app on speakers (0 ms)",
+                            "taps error: app: Start failed: '!dev' (560227702)"));
+    EXPECT_EQ(hardware_->made(), Made{});
+}
+
+TEST_F(TapManagerTest, ReleasedAppComesBackJustAfterItsCooldown)
+{
+    update({request()});
+    update({});
+    update({request()});
+    EXPECT_EQ(hardware_->made(), Made{});
+    time_->advance(1.54);
+    EXPECT_EQ(hardware_->made(), Made{});
+    time_->advance(0.02);
+    EXPECT_EQ(hardware_->made().taps, 1U) << "without another update";
+}
+
+TEST_F(TapManagerTest, AppAtUnityIsReleasedAfterItsGrace)
+{
+    update({request()});
+    update({request(1.0)});
+    time_->advance(3.04);
+    EXPECT_EQ(hardware_->made().taps, 1U);
+    time_->advance(0.02);
+    EXPECT_EQ(hardware_->made(), Made{});
+
+    time_->advance(2);
+    update({request()});
+    update({request(1.0)});
+    time_->advance(2);
+    update({request(0.9)});
+    update({request(1.0)});
+    time_->advance(2);
+    EXPECT_EQ(hardware_->made().taps, 1U) << "the grace began again";
+}
+
+TEST_F(TapManagerTest, WithoutADefaultOutputEverythingIsReleasedSilently)
+{
+    update({request(), request(0.5, "other")});
+    (void)log_.take();
+    hardware_->setDefaultOutput(kAudioObjectUnknown);
+    update({request(), request(0.5, "other")});
+    EXPECT_EQ(hardware_->made(), Made{});
+    EXPECT_THAT(log_.take(), IsEmpty());
+
+    hardware_->setDefaultOutput(speakers_);
+    update({request()});
+    EXPECT_EQ(hardware_->made(), Made{}) << "in its cooldown";
+    time_->advance(1.6);
+    EXPECT_EQ(hardware_->made().taps, 1U);
+}
+
+TEST_F(TapManagerTest, StopAllEndsEverything)
+{
+    manager_->stopAll();
+    EXPECT_THAT(log_.take(), IsEmpty());
+    update({request(), request(0.5, "other")});
+    (void)log_.take();
+    manager_->stopAll();
+    EXPECT_THAT(log_.take(), ElementsAre("taps notice: Stopped 2 sessions"));
+    EXPECT_EQ(hardware_->made(), Made{});
+    time_->advance(60);
+    EXPECT_EQ(hardware_->made(), Made{}) << "no request is left";
+    EXPECT_THAT(log_.take(), IsEmpty());
+    cycles_.cancel();
+    EXPECT_EQ(time_->pendingTasks(), 0U);
+}
+
+TEST_F(TapManagerTest, DestroyedWithoutStopLeavesNothingBehind)
+{
+    update({request(), request(0.5, "other")});
+    cycles_.cancel();
+    manager_ = nullptr;
+    EXPECT_EQ(hardware_->made(), Made{});
+    time_->advance(60);
+    EXPECT_EQ(time_->pendingTasks(), 0U);
+}
+
+TEST_F(TapManagerTest, RemovesOnlyItsOwnLeftovers)
+{
+    EXPECT_EQ(TapManager::removeLeftovers(*hardware_), 0);
+    EXPECT_THAT(log_.take(), IsEmpty());
+
+    for (const char* uid : {"app.fadewell.tap.1", "app.fadewell.tap.2", "org.example.tap"}) {
+        AggregateDescription aggregate;
+        aggregate.uid = uid;
+        hardware_->plantAggregate(aggregate);
+    }
+    for (const char* name : {"Fadewell org.example",
+                             "Fadewell permission request",
+                             "Fadewell permission check",
+                             "Fadewell",
+                             "fadewell x",
+                             "Other"})
+    {
+        TapDescription tap;
+        tap.name = name;
+        hardware_->plantTap(tap);
+    }
+    hardware_->faults().failNext(HardwareCall::destroyAggregateDevice,
+                                 kAudioHardwareBadObjectError);
+    hardware_->faults().failNext(HardwareCall::tapDescription, kAudioHardwareBadObjectError);
+    EXPECT_EQ(TapManager::removeLeftovers(*hardware_), 3);
+    EXPECT_THAT(log_.take(), ElementsAre("taps notice: Removed 3 leftover audio objects"));
+    EXPECT_EQ(TapManager::removeLeftovers(*hardware_), 2) << "what failed is tried again";
+    std::vector<std::string> names;
+    for (const auto& tap : taps()) {
+        names.push_back(tap.name);
+    }
+    EXPECT_THAT(names, ElementsAre("Fadewell", "fadewell x", "Other"));
+    EXPECT_EQ(hardware_->made().aggregates, 1U);
+}
+
+} // namespace
+} // namespace fadewell
