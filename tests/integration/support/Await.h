@@ -8,7 +8,7 @@ namespace fadewell::integration {
 /// Looks again every few milliseconds until `isTrue`; false when `deadline` passed first.
 template <class Condition>
 [[nodiscard]] bool await(Condition isTrue,
-                         std::chrono::milliseconds deadline = std::chrono::seconds(10))
+                         std::chrono::milliseconds deadline = std::chrono::seconds(15))
 {
     const auto end = std::chrono::steady_clock::now() + deadline;
     while (!isTrue()) {

@@ -24,7 +24,7 @@ public:
     /// The exit code, or minus the number of the signal that ended it; empty when it still runs at
     /// the deadline.
     [[nodiscard]] std::optional<int>
-    wait(std::chrono::milliseconds deadline = std::chrono::seconds(10));
+    wait(std::chrono::milliseconds deadline = std::chrono::seconds(15));
 
     /// What it has written to standard output and standard error so far.
     [[nodiscard]] std::string output() const;

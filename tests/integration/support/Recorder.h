@@ -25,10 +25,10 @@ public:
     [[nodiscard]] Sound readUntilNow(std::size_t first) const;
     /// Waits until the tone's gain stays within 0.02 dB of `gain` (in dB) for 100 ms.
     [[nodiscard]] bool
-    awaitGain(double gain, std::chrono::milliseconds deadline = std::chrono::seconds(10)) const;
+    awaitGain(double gain, std::chrono::milliseconds deadline = std::chrono::seconds(15)) const;
     /// Waits for 100 ms of digital silence.
     [[nodiscard]] bool
-    awaitSilence(std::chrono::milliseconds deadline = std::chrono::seconds(10)) const;
+    awaitSilence(std::chrono::milliseconds deadline = std::chrono::seconds(15)) const;
 
 private:
     class Capture;
