@@ -65,7 +65,7 @@ cleaner() {
             pid=${pid%/environ}
             [ "$pid" != "$BASHPID" ] || continue
             if grep -qzxF "XDG_RUNTIME_DIR=$session/runtime" "$environment" 2>/dev/null; then
-                kill -s "$signal" "$pid" 2>/dev/null && found=yes || true
+                if kill -s "$signal" "$pid" 2>/dev/null; then found=yes; fi
             fi
         done
         [ -n "$found" ] || break
@@ -78,13 +78,12 @@ exec {alive}> >(exec </dev/stdin; cleaner >/dev/null 2>&1)
 cleaner_pid=$!
 finish() {
     local code=$?
+    trap '' INT TERM HUP
     exec {alive}>&-
     wait "$cleaner_pid" 2>/dev/null || true
     exit "$code"
 }
 trap finish EXIT
-trap 'exit 143' TERM
-trap 'exit 129' HUP
 
 # Nothing of the caller's session may leak in.
 for name in $(compgen -e | grep -E '^(PIPEWIRE_|PULSE_|DBUS_|SDL_AUDIO|JACK_|WIREPLUMBER_|SPA_)' || true); do
@@ -165,15 +164,15 @@ start() {
     servers+=("$name:$!")
 }
 
-# await WHAT COMMAND...: until COMMAND succeeds; gives up after 15 s or when a server has died.
+# await WHAT COMMAND...: until COMMAND succeeds; gives up after a minute or when a server has died.
 await() {
-    local what=$1 end=$((SECONDS + 15)) server
+    local what=$1 end=$((SECONDS + 60)) server
     shift
     until timeout 5 "$@" >/dev/null 2>&1; do
         for server in "${servers[@]}"; do
             kill -0 "${server#*:}" 2>/dev/null || { tail -n 20 "$log" >&2; die "${server%:*} ended at its start"; }
         done
-        [ "$SECONDS" -lt "$end" ] || { tail -n 20 "$log" >&2; die "no $what within 15 s"; }
+        [ "$SECONDS" -lt "$end" ] || { tail -n 20 "$log" >&2; die "no $what within a minute"; }
         read -r -t 0.03 <> <(:) || true
     done
 }
@@ -197,8 +196,8 @@ servers=()
 write_pipewire_config >"$XDG_CONFIG_HOME/pipewire/pipewire.conf.d/50-session.conf"
 write_wireplumber_config
 start dbus-daemon dbus-daemon --session --nofork --nopidfile --nosyslog "--address=$DBUS_SESSION_BUS_ADDRESS"
-start pipewire pipewire
 await "message bus" test -S "$XDG_RUNTIME_DIR/bus"
+start pipewire pipewire
 await "sound server" test -S "$XDG_RUNTIME_DIR/pipewire-0"
 start wireplumber wireplumber
 [ $pulse = no ] || start pipewire-pulse pipewire-pulse

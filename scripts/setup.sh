@@ -4,9 +4,7 @@
 . "$FADEWELL_ROOT/scripts/packages.sh"
 
 # A fresh system may have no locale at all; the build and the tests want UTF-8.
-export LC_ALL="${LC_ALL:-${LANG:-C.UTF-8}}"
-[ "$LC_ALL" != C ] && [ "$LC_ALL" != POSIX ] || export LC_ALL=C.UTF-8
-locale -a 2>/dev/null | grep -qixF "$(echo "$LC_ALL" | sed 's/[Uu][Tt][Ff]-8/utf8/')" || export LC_ALL=C.UTF-8
+[ "$(locale charmap 2>/dev/null)" = UTF-8 ] || export LC_ALL=C.UTF-8
 
 fail() {
     printf '%s\n' "$@" >&2
@@ -90,8 +88,9 @@ setup() {
     local missing
     missing=$(missing_of "$@")
     if [ -n "$missing" ]; then
-        echo "Installing $(echo "$missing" | wc -l) packages:"
-        packages_of "$@" | grep -F -f <(echo "$missing" | sed 's/$/|/') | while IFS='|' read -r package reason; do
+        echo "Installing $(echo "$missing" | wc -l) packages (some minutes on a fresh system):"
+        # shellcheck disable=SC2086  # one name a line
+        packages_of "$@" | grep -F -f <(printf '%s|\n' $missing) | while IFS='|' read -r package reason; do
             printf '    %-22s %s\n' "$package" "$reason"
         done
         install_missing "$missing"
@@ -102,6 +101,10 @@ setup() {
 # build PRESET FOLDER: configures when needed and builds; quiet when there is nothing to do.
 build() {
     local preset="$1" folder="$FADEWELL_ROOT/$2"
-    [ -f "$folder/build.ninja" ] || (cd "$FADEWELL_ROOT" && cmake --preset "$preset" --log-level=WARNING)
-    ninja -C "$folder" --quiet
+    if [ ! -f "$folder/build.ninja" ]; then
+        echo "Building into $2/ (some minutes the first time) ..."
+        (cd "$FADEWELL_ROOT" && cmake --preset "$preset" --log-level=WARNING)
+    fi
+    # A terminal sees one line that counts up.
+    if [ -t 1 ]; then ninja -C "$folder"; else ninja -C "$folder" --quiet; fi
 }

@@ -1,0 +1,142 @@
+// The volume, mute and output that are chosen for an app are what its outputs play, for every
+// player.
+
+#include "tests/integration/support/Await.h"
+#include "tests/integration/support/FadewellTest.h"
+
+#include <csignal>
+#include <fmt/format.h>
+
+namespace fadewell::integration {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// The tone's own largest step, and what a linear fade over 10 ms adds to it. A volume's ramp adds
+/// less.
+constexpr double largestStepOfAFade = 1.0 + 48'000 / (2 * 3.14159 * 100) / 480;
+
+std::string percent(double volume)
+{
+    return fmt::format("{:.0f}%", volume * 100);
+}
+
+class VolumeTest : public FadewellTest, public testing::WithParamInterface<PlayerKind> {};
+
+TEST_P(VolumeTest, IsTheGainAtTheOutput)
+{
+    auto player = playTone(GetParam());
+    const auto app = appOf(player);
+    for (const double volume : {0.4, 0.1, 0.75}) {
+        command({"volume", app, percent(volume)});
+        expectGain(*speakers_, decibels(volume));
+    }
+    command({"volume", app, "100%"});
+    expectGain(*speakers_, 0);
+    EXPECT_TRUE(headphones_->readUntilNow(0).isDigitalSilence());
+}
+
+TEST_P(VolumeTest, MuteIsDigitalSilenceAndKeepsTheVolume)
+{
+    auto player = playTone(GetParam());
+    const auto app = appOf(player);
+    command({"volume", app, "40%"});
+    command({"mute", app, "on"});
+    ASSERT_TRUE(speakers_->awaitSilence());
+    EXPECT_TRUE(speakers_->read(speakers_->now(), frames(500ms)).isDigitalSilence());
+    command({"mute", app, "toggle"});
+    expectGain(*speakers_, decibels(0.4));
+}
+
+TEST_P(VolumeTest, FirstTouchDoesNotClick)
+{
+    auto player = playTone(GetParam());
+    const auto start = speakers_->now();
+    command({"volume", appOf(player), "40%"});
+    ASSERT_TRUE(speakers_->awaitGain(decibels(0.4)));
+    const auto sound = speakers_->readUntilNow(start);
+    // Now and then the session manager needs a cycle for re-linking a stream, whoever asks it to.
+    // It plays silence then and loses nothing; apart from that nothing may show.
+    int holes = 0;
+    EXPECT_LE(largestStep(withoutHoles(sound, 64, holes)), largestStepOfAFade);
+    EXPECT_LE(holes, 1);
+}
+
+TEST_P(VolumeTest, StepsAndMuteDoNotClick)
+{
+    auto player = playTone(GetParam());
+    const auto app = appOf(player);
+    command({"volume", app, "40%"});
+    ASSERT_TRUE(speakers_->awaitGain(decibels(0.4)));
+    const auto start = speakers_->now();
+    for (const double volume : {1.0, 0.05, 0.9}) {
+        command({"volume", app, percent(volume)});
+        ASSERT_TRUE(speakers_->awaitGain(decibels(volume)));
+    }
+    command({"mute", app, "on"});
+    ASSERT_TRUE(speakers_->awaitSilence());
+    command({"mute", app, "off"});
+    ASSERT_TRUE(speakers_->awaitGain(decibels(0.9)));
+    EXPECT_LE(largestStep(speakers_->readUntilNow(start)), largestStepOfAFade);
+}
+
+TEST_P(VolumeTest, OutputPlaysThereAndOnlyThereAndMovesWithoutAClick)
+{
+    auto player = playTone(GetParam());
+    const auto app = appOf(player);
+    command({"volume", app, "40%"});
+    ASSERT_TRUE(speakers_->awaitGain(decibels(0.4)));
+
+    const auto speakersStart = speakers_->now();
+    const auto headphonesStart = headphones_->now();
+    command({"output", app, headphones});
+    expectGain(*headphones_, decibels(0.4));
+    ASSERT_TRUE(speakers_->awaitSilence());
+    EXPECT_LE(largestStep(speakers_->readUntilNow(speakersStart)), largestStepOfAFade);
+    EXPECT_LE(largestStep(headphones_->readUntilNow(headphonesStart)), largestStepOfAFade);
+
+    command({"output", app, "system"});
+    expectGain(*speakers_, decibels(0.4));
+    EXPECT_TRUE(headphones_->awaitSilence());
+}
+
+INSTANTIATE_TEST_SUITE_P(Players, VolumeTest, testing::ValuesIn(allPlayers), [](const auto& test) {
+    return nameOf(test.param);
+});
+
+class OtherProgramTest : public FadewellTest {};
+
+TEST_F(OtherProgramTest, IsBitExactWhileAnotherAppIsChanged)
+{
+    auto app = playTone(PlayerKind::mpv);
+    const auto id = appOf(app);
+    const auto start = headphones_->now();
+    auto other = play(PlayerKind::pwPlay, counter(), headphones);
+    ASSERT_TRUE(await([&] { return !headphones_->readUntilNow(start).isDigitalSilence(); }));
+    const auto touched = headphones_->now();
+    command({"volume", id, "40%"});
+    ASSERT_TRUE(speakers_->awaitGain(decibels(0.4)));
+    command({"mute", id, "on"});
+    ASSERT_TRUE(speakers_->awaitSilence());
+    command({"forget", id});
+    ASSERT_TRUE(speakers_->awaitGain(0));
+    const auto check = checkCounter(headphones_->readUntilNow(start));
+    EXPECT_EQ(check.wrong, 0U);
+    EXPECT_GT(check.frames, headphones_->now() - touched - frames(100ms));
+}
+
+TEST_F(OtherProgramTest, IsBitExactOnTheSameOutputAsAMutedApp)
+{
+    auto app = playTone(PlayerKind::mpv);
+    command({"mute", appOf(app), "on"});
+    ASSERT_TRUE(speakers_->awaitSilence());
+    const auto start = speakers_->now();
+    auto other = play(PlayerKind::pwPlay, counter());
+    ASSERT_TRUE(await([&] { return !speakers_->readUntilNow(start).isDigitalSilence(); }));
+    const auto check = checkCounter(speakers_->read(start, speakers_->now() - start + frames(1s)));
+    EXPECT_EQ(check.wrong, 0U);
+    EXPECT_GT(check.frames, frames(900ms));
+}
+
+} // namespace
+} // namespace fadewell::integration

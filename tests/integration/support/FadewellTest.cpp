@@ -1,0 +1,90 @@
+#include "tests/integration/support/FadewellTest.h"
+
+#include "tests/integration/support/Await.h"
+
+#include <algorithm>
+#include <csignal>
+#include <stdexcept>
+
+namespace fadewell::integration {
+
+using namespace std::chrono_literals;
+
+Fadewell::Fadewell()
+    : process_({FADEWELL_PROGRAMS "/fadewell", "--headless", "--verbose"})
+{
+    const auto answers = [this] {
+        return control({"apps"}).code == 0 || !process_.isRunning();
+    };
+    if (!await(answers) || !process_.isRunning()) {
+        throw std::runtime_error("Fadewell does not answer: " + log());
+    }
+}
+
+std::optional<int> Fadewell::end(int signal)
+{
+    process_.signal(signal);
+    return process_.wait();
+}
+
+CommandResult Fadewell::control(std::vector<std::string> arguments)
+{
+    arguments.insert(arguments.begin(), FADEWELL_PROGRAMS "/fadewellctl");
+    return runCommand(std::move(arguments));
+}
+
+nlohmann::json Fadewell::apps()
+{
+    return nlohmann::json::parse(control({"apps", "--json"}).output);
+}
+
+void FadewellTest::SetUp()
+{
+    SoundTest::SetUp();
+    fadewell_.emplace();
+    command({"forget", "--all"});
+}
+
+void FadewellTest::TearDown()
+{
+    if (fadewell_) {
+        EXPECT_EQ(fadewell_->end(SIGTERM), 0);
+        if (HasFailure()) {
+            ADD_FAILURE() << "Fadewell's log:\n" << fadewell_->log();
+        }
+    }
+}
+
+ChildProcess FadewellTest::playTone(PlayerKind kind, double gain)
+{
+    auto player = play(kind, tone());
+    EXPECT_TRUE(speakers_->awaitGain(gain)) << player.errors();
+    EXPECT_TRUE(await([&] { return !appOf(player).empty(); })) << Fadewell::apps().dump(2);
+    return player;
+}
+
+std::string FadewellTest::appOf(const ChildProcess& player)
+{
+    for (const auto& app : Fadewell::apps()) {
+        const auto pids = app.at("pids").get<std::vector<pid_t>>();
+        if (std::find(pids.begin(), pids.end(), player.pid()) != pids.end()) {
+            return app.at("id");
+        }
+    }
+    return {};
+}
+
+void FadewellTest::command(std::vector<std::string> arguments)
+{
+    const auto result = Fadewell::control(std::move(arguments));
+    EXPECT_EQ(result.code, 0) << result.output << result.errors;
+}
+
+void expectGain(const Recorder& recorder, double gain)
+{
+    EXPECT_TRUE(recorder.awaitGain(gain)) << "for " << gain << " dB";
+    const auto sound = recorder.read(recorder.now(), frames(500ms));
+    EXPECT_NEAR(toneGain(sound), gain, 0.02);
+}
+
+} // namespace fadewell::integration
