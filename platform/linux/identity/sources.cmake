@@ -12,14 +12,3 @@ set(FADEWELL_LINUX_IDENTITY_SOURCES
     SettingsFormat.cpp Utf8.cpp XdgPaths.cpp XdgWorkspace.cpp)
 list(APPEND FADEWELL_LINUX_SOURCES ${FADEWELL_LINUX_IDENTITY_SOURCES})
 list(APPEND FADEWELL_LINUX_LINKS PkgConfig::SYSTEMD)
-
-# The seams that are implemented here are headers alone; where their folders are no targets yet,
-# their headers are found all the same.
-foreach(layer app audio core)
-    if(NOT TARGET fadewell_${layer})
-        file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/include/${layer})
-        file(CREATE_LINK ${CMAKE_SOURCE_DIR}/${layer} ${CMAKE_BINARY_DIR}/include/${layer}/${layer} SYMBOLIC)
-        add_library(fadewell_${layer} INTERFACE)
-        target_include_directories(fadewell_${layer} INTERFACE ${CMAKE_BINARY_DIR}/include/${layer})
-    endif()
-endforeach()
