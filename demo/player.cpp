@@ -113,6 +113,7 @@ int playToServer(const std::string& name)
     } else {
         pw_main_loop_run(player.loop);
     }
+    spa_hook_remove(&listener); // its own end is no news
     pw_stream_destroy(player.stream);
     pw_core_disconnect(core);
     pw_context_destroy(context);
