@@ -75,17 +75,26 @@ int playToServer(const std::string& name)
     events.version = PW_VERSION_STREAM_EVENTS;
     events.process = &onProcess;
     events.state_changed = &onStateChanged;
-    player.stream = pw_stream_new_simple(loop,
-                                         name.c_str(),
-                                         pw_properties_new(PW_KEY_MEDIA_TYPE,
-                                                           "Audio",
-                                                           PW_KEY_MEDIA_CATEGORY,
-                                                           "Playback",
-                                                           PW_KEY_MEDIA_ROLE,
-                                                           "Music",
-                                                           nullptr),
-                                         &events,
-                                         &player);
+    // The configuration that gives its sound thread priority, so that a busy machine doesn't cut
+    // it.
+    auto* context =
+        pw_context_new(loop, pw_properties_new(PW_KEY_CONFIG_NAME, "client-rt.conf", nullptr), 0);
+    auto* core = pw_context_connect(context, nullptr, 0);
+    if (!core) {
+        std::fputs("no sound server to play to\n", stderr);
+        return 1;
+    }
+    player.stream = pw_stream_new(core,
+                                  name.c_str(),
+                                  pw_properties_new(PW_KEY_MEDIA_TYPE,
+                                                    "Audio",
+                                                    PW_KEY_MEDIA_CATEGORY,
+                                                    "Playback",
+                                                    PW_KEY_MEDIA_ROLE,
+                                                    "Music",
+                                                    nullptr));
+    spa_hook listener{};
+    pw_stream_add_listener(player.stream, &listener, &events, &player);
 
     std::array<std::uint8_t, 1024> storage{};
     spa_pod_builder builder = SPA_POD_BUILDER_INIT(storage.data(), storage.size());
@@ -96,15 +105,18 @@ int playToServer(const std::string& name)
     info.position[0] = SPA_AUDIO_CHANNEL_FL;
     info.position[1] = SPA_AUDIO_CHANNEL_FR;
     const spa_pod* format = spa_format_audio_raw_build(&builder, SPA_PARAM_EnumFormat, &info);
-    const auto flags =
-        static_cast<pw_stream_flags>(PW_STREAM_FLAG_AUTOCONNECT | PW_STREAM_FLAG_MAP_BUFFERS);
+    const auto flags = static_cast<pw_stream_flags>(
+        PW_STREAM_FLAG_AUTOCONNECT | PW_STREAM_FLAG_MAP_BUFFERS | PW_STREAM_FLAG_RT_PROCESS);
     if (pw_stream_connect(player.stream, PW_DIRECTION_OUTPUT, PW_ID_ANY, flags, &format, 1) < 0) {
         std::fputs("can't connect to the sound server\n", stderr);
         player.result = 1;
     } else {
         pw_main_loop_run(player.loop);
     }
+    spa_hook_remove(&listener); // its own end is no news
     pw_stream_destroy(player.stream);
+    pw_core_disconnect(core);
+    pw_context_destroy(context);
     pw_main_loop_destroy(player.loop);
     return player.result;
 }

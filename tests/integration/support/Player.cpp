@@ -62,6 +62,11 @@ std::string nameOf(PlayerKind kind)
     return {};
 }
 
+void PrintTo(PlayerKind kind, std::ostream* out)
+{
+    *out << nameOf(kind);
+}
+
 ChildProcess play(PlayerKind kind, const std::filesystem::path& file, const std::string& output)
 {
     std::vector<std::string> command;

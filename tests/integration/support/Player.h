@@ -3,6 +3,7 @@
 #include "tests/integration/support/ChildProcess.h"
 
 #include <filesystem>
+#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,8 @@ inline constexpr PlayerKind allPlayers[] = {
     PlayerKind::pwPlay, PlayerKind::paplay, PlayerKind::mpv, PlayerKind::ffplay};
 
 [[nodiscard]] std::string nameOf(PlayerKind kind);
+/// For the messages of failed tests.
+void PrintTo(PlayerKind kind, std::ostream* out);
 
 /// Starts a player on a file; `output` is a node name, empty for the default (mpv and ffplay know
 /// only that).

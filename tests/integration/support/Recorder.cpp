@@ -46,7 +46,10 @@ private:
     std::uint64_t nextPosition_ = 0;
 
     pw_thread_loop* loop_ = nullptr;
+    pw_context* context_ = nullptr;
+    pw_core* core_ = nullptr;
     pw_filter* filter_ = nullptr;
+    spa_hook listener_{};
     void* leftPort_ = nullptr;
     void* rightPort_ = nullptr;
     pw_filter_events events_{};
@@ -60,17 +63,26 @@ Recorder::Capture::Capture(const std::string& output)
     loop_ = pw_thread_loop_new("recorder", nullptr);
     events_.version = PW_VERSION_FILTER_EVENTS;
     events_.process = &Capture::onProcess;
-    auto* properties = pw_properties_new(PW_KEY_MEDIA_TYPE,
-                                         "Audio",
-                                         PW_KEY_MEDIA_CATEGORY,
-                                         "Filter",
-                                         PW_KEY_MEDIA_ROLE,
-                                         "DSP",
-                                         PW_KEY_NODE_NAME,
-                                         name.c_str(),
-                                         nullptr);
-    filter_ = pw_filter_new_simple(
-        pw_thread_loop_get_loop(loop_), name.c_str(), properties, &events_, this);
+    // The configuration that gives its thread priority: a busy machine must not cut the recording.
+    context_ = pw_context_new(pw_thread_loop_get_loop(loop_),
+                              pw_properties_new(PW_KEY_CONFIG_NAME, "client-rt.conf", nullptr),
+                              0);
+    core_ = pw_context_connect(context_, nullptr, 0);
+    if (!core_) {
+        throw std::runtime_error("no sound server");
+    }
+    filter_ = pw_filter_new(core_,
+                            name.c_str(),
+                            pw_properties_new(PW_KEY_MEDIA_TYPE,
+                                              "Audio",
+                                              PW_KEY_MEDIA_CATEGORY,
+                                              "Filter",
+                                              PW_KEY_MEDIA_ROLE,
+                                              "DSP",
+                                              PW_KEY_NODE_NAME,
+                                              name.c_str(),
+                                              nullptr));
+    pw_filter_add_listener(filter_, &listener_, &events_, this);
     leftPort_ = addPort("in_FL");
     rightPort_ = addPort("in_FR");
     if (pw_filter_connect(filter_, PW_FILTER_FLAG_RT_PROCESS, nullptr, 0) < 0 ||
@@ -88,6 +100,8 @@ Recorder::Capture::~Capture()
 {
     pw_thread_loop_stop(loop_);
     pw_filter_destroy(filter_);
+    pw_core_disconnect(core_);
+    pw_context_destroy(context_);
     pw_thread_loop_destroy(loop_);
 }
 
