@@ -115,8 +115,10 @@ TEST_F(MixerModelCallModeTest, SettingsTakeEffectAtOnceAndAreSaved)
     time_->advance(5.1); // Without a snapshot the excluded app has left the call.
     EXPECT_FALSE(model_->isCallDetected.get());
 
-    createModel();
+    launch();
+    startCall();
     EXPECT_EQ(model_->callModeSettings.get(), CallModeSettings(true, 0.2, {"us.zoom.xos"}));
+    EXPECT_FALSE(model_->isCallDetected.get());
 }
 
 } // namespace

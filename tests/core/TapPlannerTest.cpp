@@ -76,7 +76,10 @@ TEST(TapPlannerTest, PlansOnlyWhatDiffersInAFixedOrder)
                                  Start{"a"});
     EXPECT_THAT(plan(wanted, stopped), all);
     EXPECT_THAT(TapPlanner::plan({&wanted, 1}, {{"a", stopped}}, {"a"}, 0), all); // Not held back.
-    EXPECT_THAT(plan(target(0.5, 1, false), session(0.5)), ElementsAre(Stop{"a"}));
+    auto running = session(0.5);
+    EXPECT_THAT(plan(target(0.5, 1, false), running), ElementsAre(Stop{"a"}));
+    running.isRunning = false;
+    EXPECT_THAT(plan(target(0.5, 1, false), running), IsEmpty());
 }
 
 TEST(TapPlannerTest, ReleasesASessionAtUnityAfterTheGracePeriod)
