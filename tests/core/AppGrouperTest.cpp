@@ -7,20 +7,15 @@ namespace fadewell {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr std::int32_t ownPID = 1;
-
-auto hasID(const std::string& id)
-{
-    return testing::Field(&AudioApp::id, id);
-}
 
 const std::vector<RunningApp> runningApps = {
     {ownPID, "app.own", false},
     {10, "com.example", false},
     {11, "com.example.Browser", false},
     {12, "com.example.Browser", false}, // a second instance
+    {2, std::nullopt, false},
     {13, std::nullopt, false},
     {14, "com.agent", true},
     {15, "com.apple.loginwindow", false},
@@ -94,7 +89,7 @@ TEST(AppGrouperTest, CallServicesPreferOppositeOwnersAndFallBackToNobodyElse)
     EXPECT_EQ(ownerOf(telephony, {parent}), "nobody");
 }
 
-TEST(AppGrouperTest, JoinsTheProcessesOfAnApp)
+TEST(AppGrouperTest, JoinsTheProcessesOfAnAppAndSortsAppsByText)
 {
     auto first = process(9, 12);
     first.isRunningOutput = true;
@@ -104,23 +99,14 @@ TEST(AppGrouperTest, JoinsTheProcessesOfAnApp)
     second.outputDeviceIDs = {5, 9};
     const auto again = process(3, 99, {}, 12);
 
-    const auto apps = grouped({first, second, again});
-    ASSERT_EQ(apps.size(), 1U);
+    const auto apps = grouped({process(1, 13), first, process(2, 2), second, again});
+    ASSERT_EQ(apps.size(), 3U);
+    EXPECT_EQ(apps[1].id + " " + apps[2].id, "pid:13 pid:2");
     EXPECT_EQ(apps[0].bundleID, "com.example.Browser");
     EXPECT_THAT(apps[0].pids, ElementsAre(11, 12));
     EXPECT_THAT(apps[0].processObjectIDs, ElementsAre(3, 3, 9));
     EXPECT_THAT(apps[0].outputDeviceIDs, ElementsAre(7, 5, 9));
-    EXPECT_TRUE(apps[0].isPlaying);
-    EXPECT_TRUE(apps[0].isUsingMicrophone);
-}
-
-TEST(AppGrouperTest, SortsIdentifiersAsText)
-{
-    const auto apps = grouped({process(1, 3), process(2, 12), process(3, -5), process(4, 6)},
-                              {{3, {}}, {12, {}}, {-5, {}}, {6, "com.b"}});
-    EXPECT_THAT(apps,
-                ElementsAre(hasID("com.b"), hasID("pid:-5"), hasID("pid:12"), hasID("pid:3")));
-    EXPECT_THAT(grouped({}), IsEmpty());
+    EXPECT_TRUE(apps[0].isPlaying && apps[0].isUsingMicrophone);
 }
 
 } // namespace

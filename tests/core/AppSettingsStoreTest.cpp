@@ -1,11 +1,57 @@
 #include "core/AppSettingsStore.h"
 
+#include "base/LenientJson.h"
 #include "base/MemoryUserDefaults.h"
+#include "core/AppAudioSettings.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 
 namespace fadewell {
 namespace {
+
+AppAudioSettings decoded(const std::string& text)
+{
+    const auto json = parseJson(text);
+    const auto settings = json ? AppAudioSettings::fromJson(*json) : std::nullopt;
+    return settings.value_or(AppAudioSettings(0.123, true, "unreadable", {}));
+}
+
+TEST(AppAudioSettingsTest, ClampsEveryAssignedVolume)
+{
+    const std::pair<double, double> cases[] = {
+        {0.4, 0.4}, {-0.3, 0}, {0, 0}, {2.5, 1}, {std::nan(""), 1}, {HUGE_VAL, 1}, {-HUGE_VAL, 1}};
+    for (const auto& [assigned, kept] : cases) {
+        AppAudioSettings settings(0.5, false, {}, {});
+        settings.setVolume(assigned);
+        EXPECT_EQ(settings.volume(), kept) << assigned;
+        EXPECT_EQ(AppAudioSettings(assigned, false, {}, {}).volume(), kept) << assigned;
+    }
+    EXPECT_EQ(AppAudioSettings(0.8, true, {}, {}).effectiveVolume(), 0);
+}
+
+TEST(AppAudioSettingsTest, DecodesMemberByMember)
+{
+    const std::pair<const char*, AppAudioSettings> cases[] = {
+        {R"({})", {}},
+        {R"({"volume":2.5})", {}},
+        {R"({"volume":-0.3})", {0, false, {}, {}}},
+        {R"({"volume":1e999,"isMuted":true})", {1, true, {}, {}}},
+        {R"({"volume":-1e999,"x\"1e999":2})", {}},
+        {R"({"volume":"0.5","isMuted":1,"outputDeviceUID":7})", {}},
+        {R"({"volume":null,"isMuted":null,"outputDeviceUID":null,"outputDeviceName":"S"})", {}},
+        {R"({"outputDeviceUID":"","outputDeviceName":"S"})", {}},
+        {R"({"outputDeviceUID":"u","outputDeviceName":9,"new":[]})", {1, false, "u", {}}},
+        {R"( {"outputDeviceName":"Küche", "outputDeviceUID":"u" })", {1, false, "u", "Küche"}},
+    };
+    for (const auto& [text, settings] : cases) {
+        EXPECT_EQ(decoded(text), settings) << text;
+        EXPECT_EQ(decoded(dumpJson(settings.toJson())), settings) << text;
+    }
+    EXPECT_TRUE(AppAudioSettings(1, false, {}, "Speakers").isDefault());
+    const AppAudioSettings exact(0.1 + 0.2, false, {}, {});
+    EXPECT_EQ(dumpJson(exact.toJson()), R"({"isMuted":false,"volume":0.30000000000000004})");
+}
 
 class AppSettingsStoreTest : public testing::Test {
 protected:
@@ -66,7 +112,7 @@ TEST_F(AppSettingsStoreTest, WritesOnlyWhenSomethingChanged)
     EXPECT_EQ(store.settings("com.a"), quiet);
     EXPECT_EQ(store.settings("pid:12"), AppAudioSettings::default_());
 
-    AppAudioSettings named = quiet; // Differs in the one field that no constructor can set.
+    AppAudioSettings named; // No constructor makes this, and it isn't the default record.
     named.outputDeviceName = "Speakers";
     store.set(named, "com.a");
     EXPECT_EQ(defaults->writes(), 2);

@@ -17,7 +17,6 @@ public:
     std::optional<RunningApplication> front;
     std::map<std::string, AppLocation, std::less<>> installed; ///< by bundle identifier
     std::int32_t pid = 1;                                      ///< this program's
-    int questions = 0;                                         ///< about names and icons so far
     std::vector<std::string> announcements;                    ///< "priority: text"
 
     /// Starts an application and tells so.
@@ -38,13 +37,11 @@ public:
     [[nodiscard]] std::optional<RunningApplication> frontmost() override { return front; }
     [[nodiscard]] std::optional<AppLocation> location(std::string_view bundleID) override
     {
-        ++questions;
         const auto found = installed.find(bundleID);
         return found == installed.end() ? std::nullopt : std::optional(found->second);
     }
     [[nodiscard]] AppLocation describe(std::string_view path) override
     {
-        ++questions;
         return {std::string(path), "At " + std::string(path), {"at-path", {}}};
     }
     void announce(std::string_view text, int priority) override
