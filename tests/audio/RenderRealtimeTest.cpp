@@ -74,7 +74,8 @@ int runWithoutSystemCalls(const std::function<void()>& work)
             _exit(seccompIsMissing);
         }
         work();
-        _exit(0);
+        // Directly: what a sanitizer does in _exit would count against the work.
+        syscall(SYS_exit_group, 0);
     }
     int status = -1;
     waitpid(child, &status, 0);
