@@ -78,7 +78,7 @@ write_pipewire_config() {
         done <<<"$outputs,"
         echo '  { factory = adapter args = { factory.name = support.null-audio-sink' \
             'node.name = "microphone" node.description = "Microphone"' \
-            'media.class = Audio/Source audio.position = [ MONO ] priority.session = 2000 } }'
+            'media.class = Audio/Source/Virtual audio.position = [ MONO ] priority.session = 2000 } }'
         echo ']'
     } >"$folder/10-session.conf"
 }
