@@ -167,7 +167,9 @@ void ProcessTable::update(const GraphNode& node)
     Stream& stream = streams_[node.id];
     examined->toldAs = stream.toldAs;
     stream = *examined;
-    if (stream.isKnown) {
+    // Who it is gets decided once, so everything that it says of itself has to be there.
+    const GraphClient* const client = graph_.client(clientIDOf(node.props));
+    if (stream.isKnown && (client == nullptr || client->hasInfo)) {
         appear(node, stream.pid);
     }
     refreshPID(stream.pid);
