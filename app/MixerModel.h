@@ -8,8 +8,11 @@
 #include "audio/MicrophoneController.h"
 #include "audio/ProcessMonitor.h"
 #include "audio/TapManager.h"
+#include "audio/TapRequest.h"
 #include "base/Logger.h"
 #include "base/Observed.h"
+#include "base/ThreadSafety.h"
+#include "base/Timer.h"
 #include "base/UserDefaults.h"
 #include "core/AppSettingsStore.h"
 #include "core/AudioApp.h"
@@ -18,12 +21,15 @@
 #include "core/Linger.h"
 #include "core/OutputDevice.h"
 
+#include <algorithm>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace fadewell {
@@ -40,11 +46,11 @@ public:
         std::shared_ptr<SerialQueue> mainQueue; ///< required
         std::shared_ptr<Workspace> workspace;   ///< required
         std::shared_ptr<UserDefaults> defaults; ///< required
-        std::shared_ptr<ProcessMonitor> monitor;
-        std::shared_ptr<DeviceMonitor> devices;
-        std::shared_ptr<TapManager> taps;
-        std::shared_ptr<MicrophoneController> microphoneController;
-        std::shared_ptr<AppSettingsStore> store;
+        std::shared_ptr<ProcessMonitor> monitor{};
+        std::shared_ptr<DeviceMonitor> devices{};
+        std::shared_ptr<TapManager> taps{};
+        std::shared_ptr<MicrophoneController> microphoneController{};
+        std::shared_ptr<AppSettingsStore> store{};
     };
 
     /// Loads the remembered settings; observes and starts nothing.
@@ -88,7 +94,7 @@ public:
     /// Ends an override at once: call mode follows detection again.
     void followCallDetection();
     /// The override, while there is one.
-    [[nodiscard]] std::optional<bool> callModeOverride() const;
+    [[nodiscard]] std::optional<bool> callModeOverride() const { return callMode_.manualOverride; }
     void setCallModeSettings(const CallModeSettings& settings);
 
     /// The name of a connected output device.
@@ -98,7 +104,11 @@ public:
     [[nodiscard]] AppAudioSettings settings(const std::string& appID) const;
 
     /// The grouped apps of the latest snapshot by identifier, shown or not.
-    [[nodiscard]] const std::map<std::string, AudioApp>& currentApps() const { return current_; }
+    [[nodiscard]] const std::map<std::string, AudioApp>& currentApps() const
+    {
+        services_.mainQueue->assertCurrent();
+        return current_;
+    }
 
     [[nodiscard]] const std::shared_ptr<TapManager>& taps() const { return services_.taps; }
     [[nodiscard]] const std::shared_ptr<MicrophoneController>& microphoneController() const
@@ -109,9 +119,81 @@ public:
 private:
     explicit MixerModel(Services services);
 
-    Services services_;
+    /// A handler that does nothing once the model is gone.
+    template <class... Values>
+    [[nodiscard]] std::function<void(Values...)> weakly(void (MixerModel::*handle)(Values...))
+    {
+        return [weak = weak_from_this(), handle](Values... values) {
+            if (const auto self = weak.lock()) {
+                self->services_.mainQueue->assertCurrent();
+                (self.get()->*handle)(std::move(values)...);
+            }
+        };
+    }
+
+    [[nodiscard]] double now() const { return services_.mainQueue->clock().uptime(); }
+    /// Seconds from now until a deadline has surely passed.
+    [[nodiscard]] double delayUntil(double deadline) const
+    {
+        return std::max(deadline - now(), 0.0) + 0.05;
+    }
+
+    // What the engine and the desktop tell.
+    void handleMicrophone(MicrophoneState state);
+    void handleProcesses(std::vector<AudioProcess> processes) ON_QUEUE(*services_.mainQueue);
+    void handleDevices(DeviceSnapshot snapshot) ON_QUEUE(*services_.mainQueue);
+    void handleTapEvent(TapEvent event);
+    void handleLaunch();
+
+    // Rows and tap requests.
+    void rebuildRows() ON_QUEUE(*services_.mainQueue);
+    void publishMicrophoneUsers() ON_QUEUE(*services_.mainQueue);
+    [[nodiscard]] std::optional<AppRowState> makeRow(const std::string& appID,
+                                                     const std::set<std::string>& exempt)
+        ON_QUEUE(*services_.mainQueue);
+    [[nodiscard]] std::optional<CallStatus> callStatus(const AudioApp& app,
+                                                       const std::set<std::string>& exempt) const
+        ON_QUEUE(*services_.mainQueue);
+    void scheduleExpiry(const std::set<std::string>& playing) ON_QUEUE(*services_.mainQueue);
+    [[nodiscard]] std::vector<TapRequest> tapRequests(double level,
+                                                      const std::set<std::string>& exempt) const
+        ON_QUEUE(*services_.mainQueue);
+    void pushTapRequests() ON_QUEUE(*services_.mainQueue);
+    [[nodiscard]] std::vector<RememberedApp> rememberedAppsFromStore()
+        ON_QUEUE(*services_.mainQueue);
+    void refreshRememberedApps() ON_QUEUE(*services_.mainQueue);
+
+    /// The current apps that have this flag.
+    [[nodiscard]] std::set<std::string> currentAppIDs(bool AudioApp::*flag) const
+        ON_QUEUE(*services_.mainQueue);
+    /// The apps that call mode never lowers.
+    [[nodiscard]] std::set<std::string> duckExemptIDs() const ON_QUEUE(*services_.mainQueue);
+
+    // Commands and call mode.
+    void writeThrough(const AppAudioSettings& changed, const std::string& appID)
+        ON_QUEUE(*services_.mainQueue);
+    void showInRow(const AppAudioSettings& changed, const std::string& appID)
+        ON_QUEUE(*services_.mainQueue);
+    [[nodiscard]] static CallMode::Configuration configuration(const CallModeSettings& settings);
+    void refreshCallDetection() ON_QUEUE(*services_.mainQueue);
+    void applyCallMode() ON_QUEUE(*services_.mainQueue);
+    void reevaluateCallMode() ON_QUEUE(*services_.mainQueue);
+
+    const Services services_;
+    const Logger log_{"mixer"};
+    CallMode callMode_ CONFINED_TO(*services_.mainQueue);
+    AppDirectory directory_ CONFINED_TO(*services_.mainQueue);
+    Linger<std::string> linger_ CONFINED_TO(*services_.mainQueue){3.0}; ///< of rows, by app
+    /// Confined like the rest; unmarked because a getter hands out a reference to it.
     std::map<std::string, AudioApp> current_;
-    // The model's author fills this in.
+    /// The last row built for each app that is still shown.
+    std::map<std::string, AppRowState> lastKnown_ CONFINED_TO(*services_.mainQueue);
+    /// The working copy, which also holds what is never saved.
+    std::map<std::string, AppAudioSettings> settings_ CONFINED_TO(*services_.mainQueue);
+    Timer callModeTimer_ CONFINED_TO(*services_.mainQueue);
+    Timer expiryTimer_ CONFINED_TO(*services_.mainQueue);
+    std::vector<Subscription> tasks_ CONFINED_TO(*services_.mainQueue); ///< empty until started
+    Subscription launchObserver_ CONFINED_TO(*services_.mainQueue);
 };
 
 } // namespace fadewell

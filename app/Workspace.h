@@ -15,10 +15,10 @@ namespace fadewell {
 /// One running application as the desktop knows it.
 struct RunningApplication {
     std::int32_t pid = 0; ///< as the audio hardware reports it
-    std::optional<std::string> bundleID;
-    std::optional<std::string> name; ///< localized
-    std::optional<AppIcon> icon;
-    std::optional<std::string> location; ///< where it is installed
+    std::optional<std::string> bundleID{};
+    std::optional<std::string> name{}; ///< localized
+    std::optional<AppIcon> icon{};
+    std::optional<std::string> location{}; ///< where it is installed
 
     bool operator==(const RunningApplication&) const = default;
 };

@@ -28,9 +28,9 @@ public:
     {
         step(0, [](PermissionRequest& request) {
             if (AudioPermission::check(*request.hardware_)) {
-                request.finish(true);
+                request.finish(/*isAllowed=*/true);
             } else if (!request.prompt_.start()) {
-                request.finish(false);
+                request.finish(/*isAllowed=*/false);
             } else {
                 request.deadline_ = request.clock_->uptime() + request.timeout_;
                 request.poll();
@@ -49,12 +49,12 @@ private:
     void poll()
     {
         if (clock_->uptime() >= deadline_) {
-            finish(false);
+            finish(/*isAllowed=*/false);
             return;
         }
         step(pollInterval, [](PermissionRequest& request) {
             if (AudioPermission::check(*request.hardware_)) {
-                request.finish(true);
+                request.finish(/*isAllowed=*/true);
             } else {
                 request.poll();
             }

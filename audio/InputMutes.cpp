@@ -35,7 +35,7 @@ bool InputMutes::mute(AudioObjectID device)
 std::optional<double> InputMutes::silence(AudioObjectID device)
 {
     if (canUseMuteProperty(hardware_, device)) {
-        writeMute(hardware_, device, true);
+        writeMute(hardware_, device, /*isMuted=*/true);
         return mutedBySwitch;
     }
     const auto volume = currentVolume(hardware_, device);
@@ -77,7 +77,7 @@ std::size_t InputMutes::undoAll()
 void InputMutes::undo(AudioObjectID device, double remembered)
 {
     if (remembered < 0) {
-        writeMute(hardware_, device, false);
+        writeMute(hardware_, device, /*isMuted=*/false);
     } else if (remembered >= 0) {
         writeVolume(hardware_, device, remembered);
     }

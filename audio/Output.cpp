@@ -164,7 +164,7 @@ void Output::setDuck(double duck)
 
 bool Output::hasSignal() const
 {
-    return renderState_ && render_state_has_signal(renderState_);
+    return renderState_ != nullptr && render_state_has_signal(renderState_);
 }
 
 std::uint64_t Output::callbackCount() const

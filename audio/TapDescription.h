@@ -35,9 +35,9 @@ struct TapDescription {
         return description;
     }
 
-    std::string uuid; ///< empty: the platform chooses one
-    std::string name;
-    std::vector<AudioObjectID> processes;
+    std::string uuid{}; ///< empty: the platform chooses one
+    std::string name{};
+    std::vector<AudioObjectID> processes{};
     bool isExclusive = false; ///< `processes` are the ones left out
     bool isPrivate = false;
     TapMuteBehavior muteBehavior = TapMuteBehavior::unmuted;

@@ -32,11 +32,17 @@ struct Ramp {
     float target;
     float coefficient;
 
-    RENDER_INLINE void step()
+    RENDER_INLINE void advance() { value = __builtin_fmaf(target - value, coefficient, value); }
+
+    [[nodiscard]] RENDER_INLINE bool isAboutToArrive() const
     {
-        // At the target this changes nothing, so that it needs no test of its own.
-        value = __builtin_fmaf(target - value, coefficient, value);
-        if (__builtin_expect(std::fabs(target - value) < snapDistance, 0)) {
+        const float rest = target - value;
+        return std::fabs(rest) < snapDistance && rest != 0.0F;
+    }
+
+    RENDER_INLINE void arrive()
+    {
+        if (isAboutToArrive()) {
             value = target;
         }
     }
@@ -46,7 +52,8 @@ struct Ramp {
     [[nodiscard]] RENDER_INLINE bool isSettled() const
     {
         Ramp next = *this;
-        next.step();
+        next.advance();
+        next.arrive();
         return next.value == value;
     }
 };
@@ -148,6 +155,26 @@ RENDER_INLINE void apply(const Route& route, std::size_t frames, Factor factor)
     return route;
 }
 
+/// The product of both ramps, sample by sample.
+RENDER_INLINE void fillFactors(Ramp& gain, Ramp& duck, float* factors, std::uint32_t count)
+{
+    // Copies: through the references every step would go through memory.
+    Ramp gainNow = gain;
+    Ramp duckNow = duck;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        gainNow.advance();
+        duckNow.advance();
+        // One rare branch for both: what follows it does not wait for the comparisons.
+        if (__builtin_expect(gainNow.isAboutToArrive() || duckNow.isAboutToArrive(), 0)) {
+            gainNow.arrive();
+            duckNow.arrive();
+        }
+        factors[i] = gainNow.value * duckNow.value;
+    }
+    gain.value = gainNow.value;
+    duck.value = duckNow.value;
+}
+
 /// Renders chunk by chunk until both ramps are settled, and then the rest at once.
 RENDER_INLINE void renderFrames(Route route, Ramp& gain, Ramp& duck)
 {
@@ -161,11 +188,7 @@ RENDER_INLINE void renderFrames(Route route, Ramp& gain, Ramp& duck)
         }
         std::array<float, chunkFrames> factors;
         const std::uint32_t count = std::min(rest, chunkFrames);
-        for (std::uint32_t i = 0; i < count; ++i) {
-            gain.step();
-            duck.step();
-            factors[i] = gain.value * duck.value;
-        }
+        fillFactors(gain, duck, factors.data(), count);
         apply(chunk, count, static_cast<const float*>(factors.data()));
         done += count;
     }
@@ -243,15 +266,6 @@ void silence(AudioBufferList* output, const Route& route)
     }
 }
 
-std::uint64_t channelCount(const AudioBufferList* list)
-{
-    std::uint64_t count = 0;
-    for (std::uint32_t i = 0; i < list->mNumberBuffers; ++i) {
-        count += list->mBuffers[i].mNumberChannels;
-    }
-    return count;
-}
-
 /// A route of 0 frames when there is nothing to render.
 Route findRoute(const AudioBufferList* input, const AudioBufferList* output)
 {
@@ -263,9 +277,7 @@ Route findRoute(const AudioBufferList* input, const AudioBufferList* output)
     if (!find_channel(input, 1, &route.right)) {
         route.right = route.left;
     }
-    if (channelCount(output) >= 2) {
-        find_channel(output, 1, &route.outRight);
-    }
+    find_channel(output, 1, &route.outRight);
     route.frames = std::min({route.left.frames, route.right.frames, route.outLeft.frames});
     if (route.isStereo()) {
         route.frames = std::min(route.frames, route.outRight.frames);

@@ -116,7 +116,9 @@ BusReply AppCommands::changeVolume(const QVariantList& arguments)
     }
     const auto& entry = std::get<AppEntry>(app);
     const double start = entry.isMuted ? 0.0 : entry.volume;
-    const double volume = std::clamp(start + delta, 0.0, 1.0);
+    // Steps in binary fractions would show as 0.30000000000000004.
+    constexpr double precision = 1e6;
+    const double volume = std::round(std::clamp(start + delta, 0.0, 1.0) * precision) / precision;
     model_->setVolume(volume, entry.id);
     return QVariantList{volume};
 }

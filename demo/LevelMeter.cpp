@@ -1,38 +1,17 @@
 #include "demo/LevelMeter.h"
 
-#include <pipewire/pipewire.h>
 #include <spa/param/audio/format-utils.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstring>
 
 namespace fadewell::demo {
 
-class LevelMeter::Stream {
-public:
-    Stream(pw_core* core, const std::string& output);
-    ~Stream() { pw_stream_destroy(stream_); }
-    [[nodiscard]] std::optional<Level> take();
-
-private:
-    static void onProcess(void* data) { static_cast<Stream*>(data)->measure(); }
-    void measure();
-
-    pw_stream* stream_ = nullptr;
-    spa_hook listener_{};
-    pw_stream_events events_{};
-    double squares_ = 0;
-    double peak_ = 0;
-    std::size_t samples_ = 0;
-};
-
-LevelMeter::Stream::Stream(pw_core* core, const std::string& output)
-{
-    // Passive: an output that plays nothing may go to sleep while it is watched.
-    stream_ = pw_stream_new(core,
-                            "fadewell-demo-table",
+LevelMeter::LevelMeter(pw_core* core, const std::string& outputName)
+    : stream_(pw_stream_new(core,
+                            "Level",
+                            // A monitor: nobody's use of a microphone. Never of another output.
                             pw_properties_new(PW_KEY_MEDIA_TYPE,
                                               "Audio",
                                               PW_KEY_MEDIA_CATEGORY,
@@ -41,73 +20,90 @@ LevelMeter::Stream::Stream(pw_core* core, const std::string& output)
                                               "true",
                                               PW_KEY_STREAM_MONITOR,
                                               "true",
-                                              PW_KEY_TARGET_OBJECT,
-                                              output.c_str(),
-                                              PW_KEY_NODE_PASSIVE,
-                                              "true",
                                               PW_KEY_NODE_DONT_RECONNECT,
                                               "true",
-                                              nullptr));
-    events_.version = PW_VERSION_STREAM_EVENTS;
-    events_.process = &Stream::onProcess;
-    pw_stream_add_listener(stream_, &listener_, &events_, this);
+                                              PW_KEY_TARGET_OBJECT,
+                                              outputName.c_str(),
+                                              nullptr)))
+{
+    if (stream_ != nullptr) {
+        connect();
+    }
+}
 
-    std::array<std::uint8_t, 1024> storage{};
-    spa_pod_builder builder = SPA_POD_BUILDER_INIT(storage.data(), storage.size());
+LevelMeter::~LevelMeter()
+{
+    if (stream_ != nullptr) {
+        pw_stream_destroy(stream_);
+    }
+}
+
+void LevelMeter::connect()
+{
+    static const pw_stream_events events = [] {
+        pw_stream_events made{};
+        made.version = PW_VERSION_STREAM_EVENTS;
+        made.process = &LevelMeter::onProcess;
+        return made;
+    }();
+    pw_stream_add_listener(stream_, &listener_, &events, this);
     spa_audio_info_raw info{};
     info.format = SPA_AUDIO_FORMAT_F32;
     info.channels = 2;
     info.position[0] = SPA_AUDIO_CHANNEL_FL;
     info.position[1] = SPA_AUDIO_CHANNEL_FR;
+    std::array<std::uint8_t, 1024> space{};
+    spa_pod_builder builder{};
+    spa_pod_builder_init(&builder, space.data(), space.size());
     const spa_pod* format = spa_format_audio_raw_build(&builder, SPA_PARAM_EnumFormat, &info);
-    const auto flags =
-        static_cast<pw_stream_flags>(PW_STREAM_FLAG_AUTOCONNECT | PW_STREAM_FLAG_MAP_BUFFERS);
+    const auto flags = static_cast<pw_stream_flags>(
+        PW_STREAM_FLAG_AUTOCONNECT | PW_STREAM_FLAG_MAP_BUFFERS | PW_STREAM_FLAG_RT_PROCESS);
+    // A refusal shows as an output that isn't measured.
     pw_stream_connect(stream_, PW_DIRECTION_INPUT, PW_ID_ANY, flags, &format, 1);
 }
 
-void LevelMeter::Stream::measure()
+void LevelMeter::onProcess(void* data)
 {
-    auto* buffer = pw_stream_dequeue_buffer(stream_);
-    if (!buffer) {
+    auto& meter = *static_cast<LevelMeter*>(data);
+    pw_buffer* buffer = pw_stream_dequeue_buffer(meter.stream_);
+    if (buffer == nullptr) {
         return;
     }
-    const auto& data = buffer->buffer->datas[0];
-    const auto offset = std::min(data.chunk->offset, data.maxsize);
-    const auto count = std::min(data.chunk->size, data.maxsize - offset) / sizeof(float);
-    for (std::size_t i = 0; data.data && i < count; ++i) {
-        float sample = 0;
-        std::memcpy(&sample,
-                    static_cast<const char*>(data.data) + offset + i * sizeof(float),
-                    sizeof(float));
-        squares_ += double{sample} * double{sample};
-        peak_ = std::max(peak_, std::abs(double{sample}));
+    const spa_data& plane = buffer->buffer->datas[0];
+    if (plane.data != nullptr) {
+        const std::uint32_t offset = std::min(plane.chunk->offset, plane.maxsize);
+        const std::uint32_t bytes = std::min(plane.chunk->size, plane.maxsize - offset);
+        const auto* first = static_cast<const std::byte*>(plane.data) + offset;
+        meter.measure({reinterpret_cast<const float*>(first), bytes / sizeof(float)});
     }
-    samples_ += count;
-    pw_stream_queue_buffer(stream_, buffer);
+    pw_stream_queue_buffer(meter.stream_, buffer);
 }
 
-std::optional<LevelMeter::Level> LevelMeter::Stream::take()
+void LevelMeter::measure(std::span<const float> samples)
 {
-    std::optional<Level> level;
-    if (samples_ > 0 && peak_ > 0) {
-        level = Level{10 * std::log10(squares_ / static_cast<double>(samples_)),
-                      20 * std::log10(peak_)};
+    double squares = 0.0;
+    float peak = peak_.load(std::memory_order_relaxed);
+    const float before = peak;
+    for (const float sample : samples) {
+        squares += static_cast<double>(sample) * static_cast<double>(sample);
+        peak = std::max(peak, std::abs(sample));
     }
-    squares_ = 0;
-    peak_ = 0;
-    samples_ = 0;
-    return level;
+    squares_.fetch_add(squares, std::memory_order_relaxed);
+    if (peak > before) {
+        peak_.store(peak, std::memory_order_relaxed);
+    }
+    samples_.fetch_add(samples.size(), std::memory_order_relaxed);
 }
-
-LevelMeter::LevelMeter(pw_core* core, const std::string& output)
-    : stream_(std::make_unique<Stream>(core, output))
-{}
-
-LevelMeter::~LevelMeter() = default;
 
 std::optional<LevelMeter::Level> LevelMeter::take()
 {
-    return stream_->take();
+    const std::uint64_t samples = samples_.exchange(0, std::memory_order_relaxed);
+    const double squares = squares_.exchange(0.0, std::memory_order_relaxed);
+    const float peak = peak_.exchange(0.0F, std::memory_order_relaxed);
+    if (samples == 0) {
+        return std::nullopt;
+    }
+    return Level{std::sqrt(squares / static_cast<double>(samples)), static_cast<double>(peak)};
 }
 
 } // namespace fadewell::demo

@@ -1,30 +1,44 @@
 #pragma once
 
-#include <memory>
-#include <optional>
-#include <string>
+#include <pipewire/pipewire.h>
 
-struct pw_core;
+#include <atomic>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
 
 namespace fadewell::demo {
 
-/// Measures what an output really plays, from its monitor. Lives on its core's loop.
+/// Measures what really sounds on one output, at its monitor. [the loop's thread; `measure` on
+/// PipeWire's data thread]
 class LevelMeter {
 public:
-    /// `output` is a node name.
-    LevelMeter(pw_core* core, const std::string& output);
-    ~LevelMeter();
-
     struct Level {
-        double rms = 0;  ///< dBFS; a full-scale sine is -3
-        double peak = 0; ///< dBFS
+        double rms = 0.0;  ///< linear, full scale is 1
+        double peak = 0.0; ///< linear
+        bool operator==(const Level&) const = default;
     };
-    /// Since the last call; empty for digital silence, and while the output sleeps.
-    [[nodiscard]] std::optional<Level> take();
+
+    /// @param outputName the output's node.name
+    LevelMeter(pw_core* core, const std::string& outputName);
+    ~LevelMeter();
+    LevelMeter(const LevelMeter&) = delete;
+    LevelMeter& operator=(const LevelMeter&) = delete;
+
+    /// Since the last call; absent when the output didn't run or can't be measured.
+    std::optional<Level> take();
 
 private:
-    class Stream;
-    std::unique_ptr<Stream> stream_;
+    static void onProcess(void* data);
+    void connect();
+    void measure(std::span<const float> samples);
+
+    pw_stream* stream_ = nullptr;
+    spa_hook listener_{};
+    std::atomic<double> squares_ = 0.0;
+    std::atomic<float> peak_ = 0.0F;
+    std::atomic<std::uint64_t> samples_ = 0;
 };
 
 } // namespace fadewell::demo

@@ -21,10 +21,11 @@ std::string listed(const std::vector<NamedItem>& items)
     return text;
 }
 
-/// `what` as in "No app is called …".
+/// `what` as in "There is no app …"; `list` is the command that lists them.
 NamedItem choose(std::vector<NamedItem> items,
                  const std::string& text,
                  const char* what,
+                 const char* list,
                  ExitCode unknownCode)
 {
     const auto result = AppMatcher(std::move(items)).find(text);
@@ -40,9 +41,8 @@ NamedItem choose(std::vector<NamedItem> items,
     }
     const auto& nearest = std::get<AppMatcher::Unknown>(result).nearest;
     std::string message = fmt::format("There is no {} \"{}\".", what, plainText(text));
-    if (!nearest.empty()) {
-        message += " Did you mean:" + listed(nearest);
-    }
+    message += nearest.empty() ? fmt::format(" See: fadewellctl {}", list)
+                               : " Did you mean:" + listed(nearest);
     throw Failure(unknownCode, message);
 }
 
@@ -50,17 +50,21 @@ NamedItem choose(std::vector<NamedItem> items,
 
 NamedItem chooseApp(const MixerClient& client, const std::string& text)
 {
-    return choose(client.list<NamedItem>("KnownApps"), text, "app", ExitCode::unknownApp);
+    return choose(client.list<NamedItem>("KnownApps"), text, "app", "apps", ExitCode::unknownApp);
 }
 
 NamedItem chooseOutput(const MixerClient& client, const std::string& text)
 {
-    return choose(client.list<NamedItem>("Outputs"), text, "output", ExitCode::failure);
+    return choose(client.list<NamedItem>("Outputs"), text, "output", "outputs", ExitCode::failure);
 }
 
 NamedItem chooseCallApp(const MixerClient& client, const std::string& text)
 {
-    return choose(client.list<NamedItem>("CallApps"), text, "call app", ExitCode::unknownApp);
+    return choose(client.list<NamedItem>("CallApps"),
+                  text,
+                  "call app",
+                  "complete call-apps",
+                  ExitCode::unknownApp);
 }
 
 double chooseLevel(const std::string& text)

@@ -13,7 +13,7 @@ namespace fadewell::cli {
 [[nodiscard]] NamedItem chooseOutput(const MixerClient& client, const std::string& text);
 [[nodiscard]] NamedItem chooseCallApp(const MixerClient& client, const std::string& text);
 
-/// A volume or level, 0 to 1; `isRelative` changes as well. Throws with the range.
+/// A level, 0 to 1, that is no change. Throws with the range.
 [[nodiscard]] double chooseLevel(const std::string& text);
 
 } // namespace fadewell::cli

@@ -273,9 +273,19 @@ void ObjectTable::refreshProcess(AudioObjectID id,
     const auto flag = [&](AudioObjectPropertySelector selector, bool isOn) {
         put(id, globalAddress(selector), bytesOf(std::uint32_t{isOn}), changes);
     };
+    const auto before = changes.size();
     flag(kAudioProcessPropertyIsRunningOutput, process.isRunningOutput);
     flag(kAudioProcessPropertyIsRunningInput, process.isRunningInput);
-    flag(kAudioProcessPropertyIsRunning, process.isRunningOutput || process.isRunningInput);
+    const bool hasChanged = changes.size() > before;
+    // Told of either direction, also where it goes on running in the other one.
+    PropertyChanges toldBelow;
+    put(id,
+        globalAddress(kAudioProcessPropertyIsRunning),
+        bytesOf(std::uint32_t{process.isRunningOutput || process.isRunningInput}),
+        toldBelow);
+    if (hasChanged) {
+        changes.emplace_back(id, globalAddress(kAudioProcessPropertyIsRunning));
+    }
     put(id,
         {kAudioProcessPropertyDevices, kAudioObjectPropertyScopeOutput, 0},
         bytesOf(outputDevices(process)),

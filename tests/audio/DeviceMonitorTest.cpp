@@ -2,8 +2,12 @@
 
 #include "tests/audio/EngineTest.h"
 
+#include <tuple>
+
 namespace fadewell {
 namespace {
+
+using enum HardwareCall;
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -34,10 +38,7 @@ protected:
 
 TEST_F(DeviceMonitorTest, OnlyWhatAUserCouldChooseIsAnOutput)
 {
-    const struct {
-        SimulatedDevice device;
-        bool isOutput;
-    } cases[] = {
+    const std::tuple<SimulatedDevice, bool> cases[] = {
         {{.uid = "plain", .name = "x"}, true},
         {{.uid = "microphone", .name = "x", .outputStreams = 0, .inputStreams = 1}, false},
         {{.uid = "hidden", .name = "x", .isHidden = true}, false},
@@ -74,12 +75,6 @@ TEST_F(DeviceMonitorTest, FillsDevicesAndSortsThemAsAFileBrowserDoes)
                                             {"c", twin, "SPEAKER 2", Kind::builtInSpeakers},
                                             {"b", tenth, "Speaker 10", Kind::builtInSpeakers}},
                                            "b"}));
-}
-
-TEST_F(DeviceMonitorTest, FirstSnapshotIsPublishedEvenWhenEmpty)
-{
-    start();
-    EXPECT_THAT(*snapshots_, ElementsAre(DeviceSnapshot{}));
 }
 
 TEST_F(DeviceMonitorTest, DefaultIsNamedEvenWhenItIsNoChoice)
@@ -121,57 +116,32 @@ TEST_F(DeviceMonitorTest, PublishesNothingWhenNothingChangedInTheEnd)
     EXPECT_EQ(snapshots_->back().outputs[0].name, "Newest");
 }
 
-TEST_F(DeviceMonitorTest, ListensToEveryDeviceWhileItIsThere)
+TEST_F(DeviceMonitorTest, FollowsDevicesAndDefaultUntilItIsStopped)
 {
     start();
-    const auto input = hardware_->addDevice(
-        {.uid = "in", .name = "In", .outputStreams = 0, .dataSource = fourCharCode("imic")});
-    time_->run();
-    EXPECT_EQ(hardware_->made().listeners, 4U) << "it may become an output";
-    hardware_->removeDevice(input);
-    time_->run();
-    EXPECT_EQ(hardware_->made().listeners, 2U);
-}
-
-TEST_F(DeviceMonitorTest, FollowsDevicesAndDefault)
-{
+    EXPECT_THAT(*snapshots_, ElementsAre(DeviceSnapshot{})) << "the first one even when empty";
     const auto first = addOutput("a", "A");
-    hardware_->setDefaultOutput(first);
-    start();
-    const auto second = addOutput("b", "B");
-    time_->advance(0.11);
-    EXPECT_EQ(names(), (Lines{"A", "B"}));
-    EXPECT_EQ(snapshots_->back().outputs.size(), 2U);
+    const auto second =
+        hardware_->addDevice({.uid = "b", .name = "B", .dataSource = fourCharCode("ispk")});
     hardware_->setDefaultOutput(second);
     time_->advance(0.11);
+    EXPECT_EQ(snapshots_->back().outputs.size(), 2U);
     EXPECT_EQ(snapshots_->back().defaultOutputUID, "b");
-    hardware_->removeDevice(first);
+    EXPECT_EQ(hardware_->made().listeners, 5U);
+    hardware_->removeDevice(second);
     time_->advance(0.11);
-    ASSERT_EQ(snapshots_->back().outputs.size(), 1U);
+    EXPECT_EQ(snapshots_->back().outputs.size(), 1U);
+    EXPECT_EQ(hardware_->made().listeners, 3U);
 
-    hardware_->faults().failNext(
-        HardwareCall::getData, kAudioHardwareBadObjectError, 2, kAudioHardwarePropertyDevices);
+    fail(getData, 2, kAudioHardwarePropertyDevices);
     hardware_->setDefaultOutput(kAudioObjectUnknown);
     time_->advance(0.11);
     EXPECT_EQ(snapshots_->back(), DeviceSnapshot{}) << "an unreadable list is empty";
-}
 
-TEST_F(DeviceMonitorTest, NothingRemainsAfterStopOrDestruction)
-{
-    hardware_->addDevice({.uid = "a", .name = "A", .dataSource = fourCharCode("ispk")});
-    start();
-    monitor_->start();
-    time_->advance(0.2);
-    EXPECT_EQ(hardware_->made().listeners, 4U);
     monitor_->stop();
     EXPECT_EQ(hardware_->made().listeners, 0U);
-
-    auto other = DeviceMonitor::create(context_);
-    other->start();
-    time_->run();
-    EXPECT_EQ(hardware_->made().listeners, 4U);
-    other = nullptr;
-    EXPECT_EQ(hardware_->made().listeners, 0U);
+    hardware_->setName(first, "New");
+    time_->advance(1);
     EXPECT_EQ(time_->pendingTasks(), 0U);
 }
 

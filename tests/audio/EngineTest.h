@@ -8,6 +8,7 @@
 #include "platform/simulated/SimulatedProcessLookup.h"
 #include "tests/support/CapturedLog.h"
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <memory>
@@ -22,9 +23,25 @@ using Lines = std::vector<std::string>;
 /// A simulated sound system on virtual time, with nothing plugged in yet.
 class EngineTest : public testing::Test {
 protected:
+    using Made = SimulatedHardware::Made;
+
     AudioObjectID addOutput(const std::string& uid, const std::string& name = "Speakers")
     {
         return hardware_->addDevice({.uid = uid, .name = name});
+    }
+
+    /// The next calls fail, for one property when a selector is given.
+    void fail(HardwareCall call, int times = 1, AudioObjectPropertySelector selector = 0)
+    {
+        hardware_->faults().failNext(call, kAudioHardwareIllegalOperationError, times, selector);
+    }
+
+    /// The names of the calls since the last time that changed something.
+    [[nodiscard]] std::string changes()
+    {
+        const auto text = fmt::format("{}", fmt::join(hardware_->calls().changes(), " "));
+        hardware_->calls().clear();
+        return text;
     }
 
     /// The taps that exist.
@@ -45,6 +62,12 @@ protected:
         return hardware_->aggregateDescriptions();
     }
 
+    /// The object of the first aggregate device.
+    [[nodiscard]] AudioObjectID aggregateID() const
+    {
+        return deviceID(*hardware_, aggregates().at(0).uid).value_or(0);
+    }
+
     /// Collects what a stream delivers, until the test ends.
     template <class T>
     std::shared_ptr<std::vector<T>> collect(Stream<T>& stream)
@@ -62,6 +85,20 @@ protected:
     EngineContext context_{hardware_, lookup_, time_, time_->queueFactory()};
     CapturedLog log_;
     std::vector<Subscription> subscriptions_;
+};
+
+/// Two outputs and one app that plays sound to the default one, the speakers.
+class PlayingAppTest : public EngineTest {
+protected:
+    void SetUp() override
+    {
+        hardware_->setDefaultOutput(speakers_);
+        hardware_->setSound(process_, 1.0F, 1.0F);
+    }
+
+    const AudioObjectID speakers_ = addOutput("speakers");
+    const AudioObjectID headset_ = addOutput("headset");
+    const AudioObjectID process_ = hardware_->addProcess({.pid = 10, .isRunningOutput = true});
 };
 
 } // namespace fadewell

@@ -30,18 +30,14 @@ TEST(EngineThreadsTest, ServicesOnRealQueuesLeaveNothingBehind)
     const auto process = hardware->addProcess({.pid = 10, .isRunningOutput = true});
 
     const auto consumer = makeQueue("test.consumer");
-    std::latch published(2);
+    std::latch published(1);
     auto processes = ProcessMonitor::create(context);
     auto devices = DeviceMonitor::create(context);
     auto microphone = MicrophoneController::create(context, std::make_shared<MemoryUserDefaults>());
     auto taps = TapManager::create(context);
     auto lists = processes->processes().consume(
-        consumer, [&published, first = true](const auto& /*list*/) mutable {
-            published.count_down(std::exchange(first, false) ? 1 : 0);
-        });
-    auto snapshots = devices->snapshots().consume(
-        consumer, [&published, first = true](const auto& /*snapshot*/) mutable {
-            published.count_down(std::exchange(first, false) ? 1 : 0);
+        consumer, [&published, isFirst = true](const auto& /*list*/) mutable {
+            published.count_down(std::exchange(isFirst, false) ? 1 : 0);
         });
     processes->start();
     devices->start();

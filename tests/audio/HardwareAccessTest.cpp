@@ -3,9 +3,12 @@
 #include "tests/audio/EngineTest.h"
 
 #include <limits>
+#include <tuple>
 
 namespace fadewell {
 namespace {
+
+using enum HardwareCall;
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -13,10 +16,7 @@ using testing::Optional;
 
 TEST(CoreAudioErrorTest, DescribesTheStatusAsCharactersOrNumber)
 {
-    const struct {
-        OSStatus status;
-        const char* text;
-    } cases[] = {
+    const std::tuple<OSStatus, const char*> cases[] = {
         {560947818, "Create tap failed: '!obj' (560947818)"},
         {-50, "Create tap failed: -50 (-50)"},
         {0x2020207E, "Create tap failed: '   ~' (538976382)"},
@@ -60,13 +60,13 @@ TEST_F(HardwareAccessTest, FailedReadsAreEmptyOrAbsent)
     EXPECT_EQ(deviceID(*hardware_, "b"), std::nullopt);
     EXPECT_THAT(devices(), ElementsAre(device));
 
-    for (const auto call : {HardwareCall::dataSize, HardwareCall::getData}) {
-        hardware_->faults().failNext(call, kAudioHardwareBadObjectError);
+    for (const auto call : {dataSize, getData}) {
+        fail(call);
         EXPECT_THAT(devices(), IsEmpty());
     }
-    hardware_->faults().failNext(HardwareCall::getData, kAudioHardwareBadObjectError);
+    fail(getData);
     EXPECT_EQ(uint32Property(*hardware_, device, kAudioDevicePropertyTransportType), std::nullopt);
-    hardware_->faults().failNext(HardwareCall::deviceForUID, kAudioHardwareBadObjectError);
+    fail(deviceForUID);
     EXPECT_EQ(deviceID(*hardware_, "a"), std::nullopt);
     hardware_->setDefaultOutput(kAudioObjectUnknown);
     EXPECT_EQ(defaultOutputDevice(*hardware_), std::nullopt) << "never device 0";
@@ -75,30 +75,24 @@ TEST_F(HardwareAccessTest, FailedReadsAreEmptyOrAbsent)
 TEST_F(HardwareAccessTest, ListenerUnregistersExactlyOnce)
 {
     const AudioObjectID device = addOutput("a");
+    const auto address = propertyAddress(kAudioObjectPropertyName);
     int changes = 0;
-    const auto listen = [&] {
-        return HALListener::create(
-            hardware_, device, propertyAddress(kAudioObjectPropertyName), main_, [&changes] {
-                ++changes;
-            });
+    const auto count = [&changes] {
+        ++changes;
     };
-    auto listener = listen();
-    hardware_->setProperty(device, propertyAddress(kAudioObjectPropertyName), "new");
+    auto listener = HALListener::create(hardware_, device, address, main_, count);
+    hardware_->setName(device, "new");
     time_->run();
     EXPECT_EQ(changes, 1);
-
     listener->invalidate();
     listener->invalidate();
     listener = nullptr;
-    EXPECT_EQ(hardware_->calls().count(HardwareCall::removeListener), 1);
-    listener = listen();
-    listener = nullptr;
-    EXPECT_EQ(hardware_->calls().count(HardwareCall::removeListener), 2);
-    EXPECT_EQ(hardware_->made().listeners, 0U);
+    EXPECT_EQ(hardware_->calls().count(removeListener), 1);
+    EXPECT_EQ(hardware_->made(), Made{});
 
-    hardware_->faults().failNext(HardwareCall::addListener, kAudioHardwareBadObjectError);
-    EXPECT_EQ(listen(), nullptr);
-    EXPECT_EQ(hardware_->calls().count(HardwareCall::removeListener), 2);
+    fail(addListener);
+    EXPECT_EQ(HALListener::create(hardware_, device, address, main_, count), nullptr);
+    EXPECT_EQ(hardware_->calls().count(removeListener), 1);
 }
 
 } // namespace

@@ -74,7 +74,8 @@ int runWithoutSystemCalls(const std::function<void()>& work)
             _exit(seccompIsMissing);
         }
         work();
-        _exit(0);
+        // Directly: what a sanitizer does in _exit would count against the work.
+        syscall(SYS_exit_group, 0);
     }
     int status = -1;
     waitpid(child, &status, 0);
@@ -138,9 +139,7 @@ TEST(RenderRealtime, CallbackMakesNoSystemCall)
     AudioThread thread;
     const int status = runWithoutSystemCalls([&] { thread.live(); });
     ASSERT_TRUE(WIFEXITED(status)) << "killed by signal " << WTERMSIG(status);
-    if (WEXITSTATUS(status) == seccompIsMissing) {
-        GTEST_SKIP() << "this machine filters no system calls";
-    }
+    ASSERT_NE(WEXITSTATUS(status), seccompIsMissing) << "this machine filters no system calls";
     EXPECT_EQ(WEXITSTATUS(status), 0);
 
     const int control = runWithoutSystemCalls([&] {

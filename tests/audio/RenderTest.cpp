@@ -340,6 +340,7 @@ TEST(Render, SignalIsSeenOnlyAmongTheRenderedFrames)
     BufferList output;
     output.add(1, 256).add(1, 256);
     input.samples(0)[256] = 1;
+    input.samples(0)[0] = -0.0F;
     render_process(state.get(), input.list(), output.list());
     EXPECT_FALSE(render_state_has_signal(state.get()));
     input.samples(1)[255] = -1e-30F;

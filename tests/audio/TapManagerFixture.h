@@ -5,18 +5,12 @@
 
 namespace fadewell {
 
-/// A manager over two outputs and one app that plays sound to the default one.
-class TapManagerFixture : public EngineTest {
+/// A manager, and cycles of sound twice a second.
+class TapManagerFixture : public PlayingAppTest {
 protected:
-    using Made = SimulatedHardware::Made;
-
     void SetUp() override
     {
-        speakers_ = addOutput("speakers");
-        headset_ = addOutput("headset");
-        hardware_->setDefaultOutput(speakers_);
-        process_ = hardware_->addProcess({.pid = 10, .isRunningOutput = true});
-        hardware_->setSound(process_, 1.0F, 1.0F);
+        PlayingAppTest::SetUp();
         cycles_ = hardware_->runCycles(64, 0.5);
     }
 
@@ -45,22 +39,13 @@ protected:
         return lines;
     }
 
-    [[nodiscard]] AudioObjectID aggregateID(std::size_t index = 0) const
-    {
-        return deviceID(*hardware_, aggregates().at(index).uid).value_or(0);
-    }
-
-    /// Each call is noticed: liveness is told apart by its value.
+    /// The aggregate of the only path reads as dead.
     void breakPath()
     {
-        hardware_->setProperty(
-            aggregateID(), propertyAddress(kAudioDevicePropertyDeviceIsAlive), bytesOf(0U));
+        hardware_->setAlive(aggregateID(), false);
         time_->run();
     }
 
-    AudioObjectID speakers_ = 0;
-    AudioObjectID headset_ = 0;
-    AudioObjectID process_ = 0;
     Timer cycles_;
     std::shared_ptr<TapManager> manager_ = TapManager::create(context_);
     std::shared_ptr<std::vector<TapEvent>> events_ = collect(manager_->events());

@@ -3,23 +3,17 @@
 #include "audio/CoreAudioError.h"
 #include "tests/audio/EngineTest.h"
 
-#include <algorithm>
+#include <tuple>
 
 namespace fadewell {
 namespace {
 
+using enum HardwareCall;
+
 using testing::ElementsAre;
 
-class TapSessionTest : public EngineTest {
+class TapSessionTest : public PlayingAppTest {
 protected:
-    void SetUp() override
-    {
-        speakers_ = addOutput("speakers");
-        headset_ = addOutput("headset");
-        hardware_->setDefaultOutput(speakers_);
-        process_ = hardware_->addProcess({.pid = 10, .isRunningOutput = true});
-    }
-
     std::shared_ptr<TapSession> make(double gain = 0.5)
     {
         return TapSession::create(context_, "org.example", {process_}, "speakers", gain);
@@ -37,22 +31,18 @@ protected:
         return "no error";
     }
 
-    [[nodiscard]] Lines changesOf(const std::function<void()>& work)
+    [[nodiscard]] std::string changesOf(const std::function<void()>& work)
     {
         hardware_->calls().clear();
         work();
-        return hardware_->calls().changes();
+        return changes();
     }
-
-    AudioObjectID speakers_ = 0;
-    AudioObjectID headset_ = 0;
-    AudioObjectID process_ = 0;
 };
 
 TEST_F(TapSessionTest, BuildsAPrivateTapAndAnAggregateOverIt)
 {
     const auto session = make();
-    EXPECT_EQ(hardware_->made(), (SimulatedHardware::Made{1, 1, 1, 0}));
+    EXPECT_EQ(hardware_->made(), (Made{1, 1, 1, 0}));
     EXPECT_FALSE(session->isRunning()) << "built, not started";
     EXPECT_EQ(session->duck(), 1.0);
 
@@ -84,7 +74,6 @@ TEST_F(TapSessionTest, BuildsAPrivateTapAndAnAggregateOverIt)
 
 TEST_F(TapSessionTest, EachFailedStepHasItsLabelAndLeavesNothingBehind)
 {
-    const auto never = FaultPlan::always;
     SimulatedTapFormat integer;
     integer.format.mFormatFlags = 0;
     SimulatedTapFormat wide;
@@ -93,52 +82,33 @@ TEST_F(TapSessionTest, EachFailedStepHasItsLabelAndLeavesNothingBehind)
     encoded.format.mFormatID = fourCharCode("ac-3");
     SimulatedTapFormat late;
     late.readsUntilReady = 50;
-    const auto fail = [this](HardwareCall call, int times = 1, AudioObjectPropertySelector of = 0) {
-        hardware_->faults().failNext(call, kAudioHardwareIllegalOperationError, times, of);
-    };
-    const struct {
-        std::function<void()> arrange;
-        const char* description;
-        double seconds;
-    } cases[] = {
-        {[&] { fail(HardwareCall::createProcessTap); },
-         "Create tap failed: 'nope' (1852797029)",
-         0},
-        {[&] { hardware_->faults().giveNothing(HardwareCall::createProcessTap); },
+    const std::string noFormat = "Read tap format failed: 'stop' (1937010544)";
+    const std::string noFloat = "Tap format is not 32-bit float failed: 'unop' (1970171760)";
+    const std::string noStreams = "Wait for aggregate device failed: 'stop' (1937010544)";
+    const std::string refused = " failed: 'nope' (1852797029)";
+    const std::tuple<std::function<void()>, std::string, double> cases[] = {
+        {[&] { fail(createProcessTap); }, "Create tap" + refused, 0},
+        {[&] { hardware_->faults().giveNothing(createProcessTap); },
          "Create tap (no object) failed: '!obj' (560947818)",
          0},
-        {[&] { fail(HardwareCall::getData, never, kAudioTapPropertyFormat); },
-         "Read tap format failed: 'nope' (1852797029)",
+        {[&] { fail(getData, FaultPlan::always, kAudioTapPropertyFormat); },
+         "Read tap format" + refused,
          0.5},
-        {[&] { hardware_->setNextTapFormat(late); },
-         "Read tap format failed: 'stop' (1937010544)",
-         0.5},
-        {[&] { hardware_->setNextTapFormat(encoded); },
-         "Read tap format failed: 'stop' (1937010544)",
-         0.5},
-        {[&] { hardware_->setNextTapFormat(integer); },
-         "Tap format is not 32-bit float failed: 'unop' (1970171760)",
-         0},
-        {[&] { hardware_->setNextTapFormat(wide); },
-         "Tap format is not 32-bit float failed: 'unop' (1970171760)",
-         0},
-        {[&] { fail(HardwareCall::createAggregateDevice); },
-         "Create aggregate device failed: 'nope' (1852797029)",
-         0},
-        {[&] { hardware_->setNextReadiness({.inputAfter = 9, .outputAfter = 0}); },
-         "Wait for aggregate device failed: 'stop' (1937010544)",
-         1},
-        {[&] { hardware_->setNextReadiness({.inputAfter = 0, .outputAfter = 9}); },
-         "Wait for aggregate device failed: 'stop' (1937010544)",
-         1},
-        {[&] { fail(HardwareCall::createIOProc); }, "Create IOProc failed: 'nope' (1852797029)", 0},
+        {[&] { hardware_->setNextTapFormat(late); }, noFormat, 0.5},
+        {[&] { hardware_->setNextTapFormat(encoded); }, noFormat, 0.5},
+        {[&] { hardware_->setNextTapFormat(integer); }, noFloat, 0},
+        {[&] { hardware_->setNextTapFormat(wide); }, noFloat, 0},
+        {[&] { fail(createAggregateDevice); }, "Create aggregate device" + refused, 0},
+        {[&] { hardware_->setNextReadiness({.inputAfter = 9}); }, noStreams, 1},
+        {[&] { hardware_->setNextReadiness({.outputAfter = 9}); }, noStreams, 1},
+        {[&] { fail(createIOProc); }, "Create IOProc" + refused, 0},
     };
     for (const auto& [arrange, description, seconds] : cases) {
         arrange();
         const double began = time_->uptime();
         EXPECT_EQ(failure([this] { (void)make(); }), description);
         EXPECT_NEAR(time_->uptime() - began, seconds, 1e-6) << description;
-        EXPECT_EQ(hardware_->made(), SimulatedHardware::Made{}) << description;
+        EXPECT_EQ(hardware_->made(), Made{}) << description;
         hardware_->faults().clear();
         hardware_->setNextTapFormat({});
         hardware_->setNextReadiness({});
@@ -159,75 +129,48 @@ TEST_F(TapSessionTest, WaitsForALateFormatAndALateAggregate)
 
 TEST_F(TapSessionTest, TearsDownInOrderAndOnlyOnce)
 {
-    const Lines inOrder{"stop", "destroyIOProc", "destroyAggregateDevice", "destroyProcessTap"};
-    auto session = make();
-    session->start();
-    session->monitor(main_, [] {});
-    EXPECT_EQ(changesOf([&] { session->teardown(); }), inOrder);
-    EXPECT_EQ(changesOf([&] { session->teardown(); }), Lines{});
-    EXPECT_EQ(hardware_->made(), SimulatedHardware::Made{});
-
+    const std::string inOrder = "destroyIOProc destroyAggregateDevice destroyProcessTap";
+    const auto running = [this] {
+        auto session = make();
+        session->start();
+        session->monitor(main_, [] {});
+        return session;
+    };
+    auto session = running();
+    EXPECT_EQ(changesOf([&] { session->teardown(); }), "stop " + inOrder);
+    EXPECT_EQ(changesOf([&] { session->teardown(); }), "");
+    EXPECT_EQ(hardware_->made(), Made{});
+    session = running();
+    EXPECT_EQ(changesOf([&] { session = nullptr; }), "stop " + inOrder) << "without teardown";
+    EXPECT_EQ(hardware_->made(), Made{});
     session = make();
-    session->start();
-    session->monitor(main_, [] {});
-    EXPECT_EQ(changesOf([&] { session = nullptr; }), inOrder) << "dropped without teardown";
-    EXPECT_EQ(hardware_->made(), SimulatedHardware::Made{});
-
-    session = make();
-    EXPECT_EQ(changesOf([&] { session->teardown(); }), Lines(inOrder.begin() + 1, inOrder.end()))
-        << "what never ran is not stopped";
-}
-
-TEST_F(TapSessionTest, StartsOnceAndSurvivesAFailedStart)
-{
-    const auto session = make();
-    hardware_->faults().failNext(HardwareCall::start, kAudioHardwareBadDeviceError);
-    EXPECT_EQ(failure([&] { session->start(); }), "Start failed: '!dev' (560227702)");
-    EXPECT_FALSE(session->isRunning());
-    EXPECT_EQ(changesOf([&] {
-                  session->start();
-                  session->start();
-                  session->output()->stop();
-                  session->output()->stop();
-                  session->start();
-              }),
-              (Lines{"start", "stop", "start"}));
+    EXPECT_EQ(changesOf([&] { session->teardown(); }), inOrder) << "what never ran isn't stopped";
 }
 
 TEST_F(TapSessionTest, ChangesProcessesInPlace)
 {
     const auto session = make();
     const auto other = hardware_->addProcess({.pid = 20});
-    EXPECT_EQ(changesOf([&] {
-                  session->setProcesses({other, process_});
-              }),
-              Lines{"setTapDescription"});
+    session->setProcesses({other, process_});
     EXPECT_THAT(session->processObjectIDs(), ElementsAre(other, process_));
+    ASSERT_EQ(taps().size(), 1U);
     EXPECT_THAT(taps()[0].processes, ElementsAre(other, process_));
 
-    hardware_->faults().failNext(HardwareCall::setTapDescription, kAudioHardwareBadObjectError);
+    fail(setTapDescription);
     EXPECT_EQ(failure([&] { session->setProcesses({other}); }),
-              "Update tap processes failed: '!obj' (560947818)");
+              "Update tap processes failed: 'nope' (1852797029)");
     EXPECT_THAT(session->processObjectIDs(), ElementsAre(other, process_));
 }
 
 TEST_F(TapSessionTest, MovesWithoutAGapWhileRunning)
 {
     const auto session = make();
-    EXPECT_EQ(
-        changesOf([&] { session->moveOutput("headset"); }),
-        (Lines{"createAggregateDevice", "createIOProc", "destroyIOProc", "destroyAggregateDevice"}))
+    EXPECT_EQ(changesOf([&] { session->moveOutput("headset"); }),
+              "createAggregateDevice createIOProc destroyIOProc destroyAggregateDevice")
         << "a stopped path stays stopped";
-    EXPECT_FALSE(session->isRunning());
-
     session->start();
     EXPECT_EQ(changesOf([&] { session->moveOutput("speakers"); }),
-              (Lines{"createAggregateDevice",
-                     "createIOProc",
-                     "start",
-                     "stop",
-                     "destroyIOProc",
-                     "destroyAggregateDevice"}));
+              "createAggregateDevice createIOProc start stop destroyIOProc destroyAggregateDevice");
     EXPECT_TRUE(session->isRunning());
     EXPECT_EQ(session->output()->deviceUID(), "speakers");
     EXPECT_EQ(aggregates().at(0).taps.at(0).uid, taps().at(0).uuid) << "the same tap";
@@ -238,14 +181,12 @@ TEST_F(TapSessionTest, FailedMoveKeepsTheOldPathRunning)
     const auto session = make();
     session->start();
     const Output* old = session->output();
-    for (const auto call :
-         {HardwareCall::createAggregateDevice, HardwareCall::createIOProc, HardwareCall::start})
-    {
-        hardware_->faults().failNext(call, kAudioHardwareIllegalOperationError);
+    for (const auto call : {createAggregateDevice, createIOProc, start}) {
+        fail(call);
         EXPECT_NE(failure([&] { session->moveOutput("headset"); }), "no error") << name(call);
         EXPECT_EQ(session->output(), old);
         EXPECT_TRUE(session->isRunning());
-        EXPECT_EQ(hardware_->made(), (SimulatedHardware::Made{1, 1, 1, 0})) << name(call);
+        EXPECT_EQ(hardware_->made(), (Made{1, 1, 1, 0})) << name(call);
     }
 }
 
@@ -267,23 +208,10 @@ TEST_F(TapSessionTest, NewOutputKeepsGainDuckAndWatching)
     EXPECT_EQ(problems, 1);
 
     session->start();
-    hardware_->setSound(process_, 1, 1);
     const auto heard = hardware_->renderCycle(64);
     EXPECT_FLOAT_EQ(heard.at(headset_).left.at(0), 0.25F) << "no ramp from full level";
     EXPECT_TRUE(session->output()->hasSignal());
     EXPECT_EQ(session->output()->callbackCount(), 1U);
-}
-
-TEST_F(TapSessionTest, UnityIsNotedWhileBothFactorsAreExactlyOne)
-{
-    const auto session = make(1.0);
-    EXPECT_EQ(session->unitySince(), std::nullopt);
-    session->updateUnity(5);
-    session->updateUnity(6);
-    EXPECT_EQ(session->unitySince(), 5);
-    session->setDuck(0.99);
-    session->updateUnity(7);
-    EXPECT_EQ(session->unitySince(), std::nullopt);
 }
 
 TEST_F(TapSessionTest, DeviceIsGoneOnlyWhenSomethingSaysSo)
@@ -291,20 +219,15 @@ TEST_F(TapSessionTest, DeviceIsGoneOnlyWhenSomethingSaysSo)
     const auto session = make();
     const Output& output = *session->output();
     EXPECT_FALSE(output.deviceIsGone());
-    hardware_->faults().failNext(
-        HardwareCall::getData, kAudioHardwareBadObjectError, 2, kAudioDevicePropertyDeviceIsAlive);
+    fail(getData, 2, kAudioDevicePropertyDeviceIsAlive);
     EXPECT_FALSE(output.deviceIsGone()) << "a failed read says nothing";
     hardware_->setAlive(speakers_, false);
     EXPECT_TRUE(output.deviceIsGone());
     hardware_->setAlive(speakers_, true);
     EXPECT_FALSE(output.deviceIsGone());
-    const auto aggregate = deviceID(*hardware_, aggregates().at(0).uid);
-    ASSERT_TRUE(aggregate);
-    hardware_->setProperty(
-        *aggregate, propertyAddress(kAudioDevicePropertyDeviceIsAlive), bytesOf(0U));
+    hardware_->setAlive(aggregateID(), false);
     EXPECT_TRUE(output.deviceIsGone());
-    hardware_->setProperty(
-        *aggregate, propertyAddress(kAudioDevicePropertyDeviceIsAlive), bytesOf(1U));
+    hardware_->setAlive(aggregateID(), true);
     hardware_->removeDevice(speakers_);
     time_->run();
     EXPECT_TRUE(output.deviceIsGone()) << "its UID leads nowhere";

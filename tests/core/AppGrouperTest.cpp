@@ -7,7 +7,6 @@ namespace fadewell {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr std::int32_t ownPID = 1;
 
@@ -16,6 +15,7 @@ const std::vector<RunningApp> runningApps = {
     {10, "com.example", false},
     {11, "com.example.Browser", false},
     {12, "com.example.Browser", false}, // a second instance
+    {2, std::nullopt, false},
     {13, std::nullopt, false},
     {14, "com.agent", true},
     {15, "com.apple.loginwindow", false},
@@ -28,13 +28,7 @@ AudioProcess process(std::uint32_t id,
                      std::optional<std::int32_t> parent = {},
                      std::optional<std::int32_t> responsible = {})
 {
-    AudioProcess result;
-    result.id = id;
-    result.pid = pid;
-    result.bundleID = std::move(bundleID);
-    result.parentPID = parent;
-    result.responsiblePID = responsible;
-    return result;
+    return {id, pid, std::move(bundleID), false, false, parent, responsible, {}};
 }
 
 std::vector<AudioApp> grouped(const std::vector<AudioProcess>& processes,
@@ -95,7 +89,7 @@ TEST(AppGrouperTest, CallServicesPreferOppositeOwnersAndFallBackToNobodyElse)
     EXPECT_EQ(ownerOf(telephony, {parent}), "nobody");
 }
 
-TEST(AppGrouperTest, JoinsTheProcessesOfAnApp)
+TEST(AppGrouperTest, JoinsTheProcessesOfAnAppAndSortsAppsByText)
 {
     auto first = process(9, 12);
     first.isRunningOutput = true;
@@ -105,28 +99,14 @@ TEST(AppGrouperTest, JoinsTheProcessesOfAnApp)
     second.outputDeviceIDs = {5, 9};
     const auto again = process(3, 99, {}, 12);
 
-    const auto apps = grouped({first, second, again});
-    ASSERT_EQ(apps.size(), 1U);
+    const auto apps = grouped({process(1, 13), first, process(2, 2), second, again});
+    ASSERT_EQ(apps.size(), 3U);
+    EXPECT_EQ(apps[1].id + " " + apps[2].id, "pid:13 pid:2");
     EXPECT_EQ(apps[0].bundleID, "com.example.Browser");
     EXPECT_THAT(apps[0].pids, ElementsAre(11, 12));
     EXPECT_THAT(apps[0].processObjectIDs, ElementsAre(3, 3, 9));
     EXPECT_THAT(apps[0].outputDeviceIDs, ElementsAre(7, 5, 9));
-    EXPECT_TRUE(apps[0].isPlaying);
-    EXPECT_TRUE(apps[0].isUsingMicrophone);
-}
-
-TEST(AppGrouperTest, SortsIdentifiersAsText)
-{
-    const std::vector<RunningApp> apps = {
-        {3, {}, false}, {12, {}, false}, {-5, {}, false}, {6, "com.b", false}};
-    std::vector<std::string> order;
-    for (const auto& app :
-         grouped({process(1, 3), process(2, 12), process(3, -5), process(4, 6)}, apps))
-    {
-        order.push_back(app.id);
-    }
-    EXPECT_THAT(order, ElementsAre("com.b", "pid:-5", "pid:12", "pid:3"));
-    EXPECT_THAT(grouped({}), IsEmpty());
+    EXPECT_TRUE(apps[0].isPlaying && apps[0].isUsingMicrophone);
 }
 
 } // namespace

@@ -1,5 +1,9 @@
 #include "core/CallMode.h"
 
+#include "base/MemoryUserDefaults.h"
+#include "core/CallModeSettings.h"
+
+#include <cmath>
 #include <gtest/gtest.h>
 
 namespace fadewell {
@@ -20,9 +24,12 @@ protected:
 
 TEST_F(CallModeTest, DetectsACallOnlyAfterTheStartDelay)
 {
-    mode.update({"com.call", "com.recorder"}, 10.0);
+    mode.update({"com.browser"}, 8.0);
+    mode.update({}, 8.9);
+    EXPECT_FALSE(mode.nextDeadline());
+    mode.update({"com.call", "com.recorder"}, 10.0); // The delay counts from anew.
     EXPECT_EQ(mode.nextDeadline(), 11.0);
-    mode.update({"com.call"}, 10.5);
+    mode.update({"com.call"}, 10.9);
     EXPECT_FALSE(mode.isCallDetected);
     mode.update({"com.call", "com.recorder"}, 11.0);
     EXPECT_TRUE(mode.isActive());
@@ -30,33 +37,20 @@ TEST_F(CallModeTest, DetectsACallOnlyAfterTheStartDelay)
     EXPECT_FALSE(mode.nextDeadline());
 }
 
-TEST_F(CallModeTest, NeitherShortUseNorUnknownAppsMakeACall)
-{
-    mode.update({"com.browser"}, 10.0);
-    mode.update({}, 10.9);
-    EXPECT_FALSE(mode.nextDeadline());
-    mode.update({"com.browser"}, 11.0); // The delay counts from anew.
-    EXPECT_FALSE(mode.isCallDetected);
-    mode.update({"com.recorder"}, 12.0);
-    mode.update({"com.recorder"}, 20.0);
-    EXPECT_FALSE(mode.isCallDetected);
-}
-
 TEST_F(CallModeTest, EndsOnlyAfterTheEndDelay)
 {
     startCall();
-    mode.update({}, 20.0);
+    mode.update({"com.recorder"}, 20.0);
     EXPECT_EQ(mode.nextDeadline(), 25.0);
     mode.update({}, 24.9);
     EXPECT_TRUE(mode.isCallDetected);
     mode.update({"com.browser"}, 24.95); // Resumed, by another app.
-    EXPECT_FALSE(mode.idleSince);
+    EXPECT_FALSE(mode.nextDeadline());
     mode.update({}, 30.0);
     EXPECT_EQ(mode.callAppIDs, (Users{"com.call", "com.browser"}));
     mode.update({}, 35.0);
     EXPECT_FALSE(mode.isActive());
-    EXPECT_TRUE(mode.callAppIDs.empty());
-    EXPECT_FALSE(mode.nextDeadline());
+    EXPECT_EQ(mode, CallMode(mode.configuration));
 }
 
 TEST_F(CallModeTest, OverrideLastsUntilTheNextDetectedStartOrEnd)
@@ -66,7 +60,6 @@ TEST_F(CallModeTest, OverrideLastsUntilTheNextDetectedStartOrEnd)
     EXPECT_EQ(mode.manualOverride, false);
     mode.update({"com.call"}, 11.0);
     EXPECT_TRUE(mode.isActive());
-
     mode.manualOverride = false;
     mode.update({"com.call"}, 12.0);
     mode.update({}, 13.0);
@@ -75,27 +68,51 @@ TEST_F(CallModeTest, OverrideLastsUntilTheNextDetectedStartOrEnd)
     mode.manualOverride = true;
     mode.update({}, 18.0);
     EXPECT_FALSE(mode.manualOverride);
-    EXPECT_FALSE(mode.isActive());
 }
 
-TEST_F(CallModeTest, WithoutAutomaticOnlyAnOverrideActivates)
+constexpr const char* key = CallModeSettings::defaultKey;
+
+TEST(CallModeSettingsTest, ClampsEveryAssignedLevel)
 {
-    mode.configuration.isAutomatic = false;
-    startCall();
-    EXPECT_TRUE(mode.isCallDetected);
-    EXPECT_FALSE(mode.isActive());
-    mode.manualOverride = true;
-    EXPECT_TRUE(mode.isActive());
+    const std::pair<double, double> cases[] = {
+        {0.4, 0.4}, {-1, 0}, {7, 1}, {std::nan(""), 0.2}, {HUGE_VAL, 0.2}, {-HUGE_VAL, 0.2}};
+    for (const auto& [assigned, kept] : cases) {
+        CallModeSettings settings(true, 0.5, {});
+        settings.setLevel(assigned);
+        EXPECT_EQ(settings.level(), kept) << assigned;
+        EXPECT_EQ(CallModeSettings(true, assigned, {}).level(), kept) << assigned;
+    }
 }
 
-TEST_F(CallModeTest, ZeroDelaysSwitchAtOnce)
+TEST(CallModeSettingsTest, LoadsMemberByMemberAndWritesNothing)
 {
-    mode.configuration.startDelay = 0;
-    mode.configuration.endDelay = 0;
-    mode.update({"com.call"}, 1.0);
-    EXPECT_TRUE(mode.isCallDetected);
-    mode.update({}, 1.0);
-    EXPECT_FALSE(mode.isCallDetected);
+    const std::pair<const char*, CallModeSettings> cases[] = {
+        {R"({"isAutomatic":false})", {false, 0.2, {}}},
+        {R"({"level":7,"more":{}})", {true, 1.0, {}}},
+        {R"({"level":1e400,"isAutomatic":false})", {false, 0.2, {}}},
+        {R"({"isAutomatic":0,"level":"1","excludedApps":"a"})", {}},
+        {R"({"level":0.5,"excludedApps":["a",1]})", {true, 0.5, {}}},
+        {R"({"excludedApps":["b","a","b"]})", {true, 0.2, {"a", "b"}}},
+        {R"([false])", {}},
+        {R"(no JSON)", {}},
+    };
+    for (const auto& [text, settings] : cases) {
+        MemoryUserDefaults defaults;
+        defaults.set(key, UserDefaults::Data{text});
+        EXPECT_EQ(CallModeSettings::load(defaults), settings) << text;
+        EXPECT_EQ(defaults.writes(), 1);
+    }
+}
+
+TEST(CallModeSettingsTest, SavesAllMembersButNeverTheDefault)
+{
+    MemoryUserDefaults defaults;
+    CallModeSettings(true, 0.25, {}).save(defaults);
+    EXPECT_EQ(defaults.get<UserDefaults::Data>(key)->bytes,
+              R"({"excludedApps":[],"isAutomatic":true,"level":0.25})");
+    CallModeSettings().save(defaults);
+    EXPECT_TRUE(defaults.keys().empty());
+    EXPECT_EQ(CallModeSettings(true, 1, {"com.apple.Safari", "x"}).effectiveCallApps().size(), 24U);
 }
 
 } // namespace

@@ -14,21 +14,11 @@ TEST(LingerTest, KeepsAKeyForTheDurationAfterItsLastActivity)
     EXPECT_EQ(linger.update({}, 9.0), Keys{});
     EXPECT_EQ(linger.update({"a"}, 10.0), Keys{"a"});
     EXPECT_EQ(linger.update({"a"}, 12.0), Keys{"a"});
-    EXPECT_EQ(linger.update({"b"}, 14.999), (Keys{"a", "b"}));
+    EXPECT_EQ(linger.update({"b"}, 14.75), (Keys{"a", "b"}));
+    EXPECT_EQ(linger.nextExpiry({}), 15.0);
+    EXPECT_EQ(linger.nextExpiry({"a"}), 17.75);
+    EXPECT_FALSE(linger.nextExpiry({"a", "b"}));
     EXPECT_EQ(linger.update({}, 15.0), Keys{"b"}); // Strictly less than the duration.
-    EXPECT_EQ(linger.lastActive().size(), 1U);
-}
-
-TEST(LingerTest, NextExpiryIsOfTheKeysThatAreNotActive)
-{
-    Linger<std::string> linger(3.0);
-    EXPECT_FALSE(linger.nextExpiry({}));
-    static_cast<void>(linger.update({"b"}, 9.0));
-    static_cast<void>(linger.update({"a"}, 10.0));
-    static_cast<void>(linger.update({"c"}, 11.0));
-    EXPECT_EQ(linger.nextExpiry({"a"}), 12.0);
-    EXPECT_EQ(linger.nextExpiry({"b"}), 13.0);
-    EXPECT_FALSE(linger.nextExpiry({"a", "b", "c"}));
 }
 
 } // namespace

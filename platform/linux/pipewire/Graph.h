@@ -84,18 +84,25 @@ public:
     /// Writes what `volume` knows to a card's route and has it kept. [locked]
     int setDeviceRoute(std::uint32_t device, const GraphRoute& route, const NodeVolume& volume);
 
-    /// Takes over what was just written to a node, so that it reads back before the server has
-    /// answered; the answer overrides it. [locked]
+    /// Shows what was just written to a node until the server's answers have settled; then what
+    /// the server says counts again, whatever it is. [locked]
     void assumeVolume(std::uint32_t node, const NodeVolume& volume);
 
     [[nodiscard]] Connection& connection() const { return connection_; }
 
 private:
+    /// Lets a test tell what a server would.
+    friend class GraphFeed;
+
     void clientUpdated(std::uint32_t id) override;
     void nodeUpdated(std::uint32_t id) override;
     void linkUpdated(std::uint32_t id) override;
     void deviceUpdated(std::uint32_t id) override;
     void refused(std::uint32_t id, int result) override;
+
+    [[nodiscard]] NodeVolume shownVolume(const GraphNode& node) const;
+    static void onAssumptionsEnd(void* data, std::uint64_t expirations);
+    void endAssumptions();
 
     static const pw_registry_events& registryEvents();
     static void onGlobal(void* data,
@@ -110,6 +117,7 @@ private:
     void addPort(GraphObject object);
     void addLink(GraphObject object);
     void addMetadata(GraphObject object);
+    void keepMetadata(bool isSessions, GraphObject object, pw_proxy* proxy);
     void remove(std::uint32_t id);
     void removeMetadata();
     template <class Notify>
@@ -136,6 +144,8 @@ private:
     GraphBindings bindings_;
     std::unique_ptr<Metadata> metadata_;
     std::unique_ptr<Metadata> settings_;
+    std::map<std::uint32_t, NodeVolume> assumed_; ///< written and not settled, by node
+    spa_source* assumptionsEnd_ = nullptr;
 };
 
 } // namespace fadewell::pipewire

@@ -185,7 +185,7 @@ private:
     {
         auto& self = *static_cast<NodeBinding*>(data);
         if (param == SPA_PARAM_Props) {
-            parseVolume(value, self.node_.volume);
+            parseVolume(value, self.node_.reportedVolume);
         } else if (param == SPA_PARAM_Format) {
             self.node_.rate = parseRate(value).value_or(self.node_.rate);
         } else if (const auto isRaw = parseIsRaw(value)) {

@@ -45,7 +45,8 @@ struct NodeVolume {
 
 struct GraphNode : GraphObject {
     pw_node_state state = PW_NODE_STATE_CREATING;
-    NodeVolume volume;
+    NodeVolume volume; ///< as it shows: what was just written counts before the server says so
+    NodeVolume reportedVolume;
     std::uint32_t rate = 0;     ///< of its format, in Hz; 0 until it has one
     bool offersRaw = false;     ///< plain samples are among its formats
     bool offersEncoded = false; ///< encoded sound is among its formats

@@ -7,30 +7,40 @@ namespace fadewell::pipewire {
 void Graph::addMetadata(GraphObject object)
 {
     const std::uint32_t id = object.id;
-    const auto name = find(object.props, PW_KEY_METADATA_NAME);
-    const auto refusal = [this, id](int result) {
+    const std::string name = text(object.props, PW_KEY_METADATA_NAME);
+    if (name != "settings" && name != "default") {
+        return;
+    }
+    auto* const proxy = static_cast<pw_proxy*>(
+        pw_registry_bind(registry_, id, PW_TYPE_INTERFACE_Metadata, PW_VERSION_METADATA, 0));
+    keepMetadata(name == "default", std::move(object), proxy);
+}
+
+void Graph::keepMetadata(bool isSessions, GraphObject object, pw_proxy* proxy)
+{
+    const auto refusal = [this, id = object.id](int result) {
         refused(id, result);
     };
-    if (name == "settings") {
+    if (!isSessions) {
         settings_ = std::make_unique<Metadata>(
-            registry_,
+            proxy,
             std::move(object),
             [this](std::uint32_t, const std::string&, const std::optional<std::string>&) {
                 tellAll([](GraphObserver& o) { o.settingsChanged(); });
             },
             refusal);
-    } else if (name == "default") {
-        metadata_ = std::make_unique<Metadata>(
-            registry_,
-            std::move(object),
-            [this](std::uint32_t subject,
-                   const std::string& key,
-                   const std::optional<std::string>& value) {
-                tellAll([&](GraphObserver& o) { o.metadataChanged(subject, key, value); });
-            },
-            refusal);
-        tellAll([](GraphObserver& o) { o.metadataAvailable(true); });
+        return;
     }
+    metadata_ = std::make_unique<Metadata>(
+        proxy,
+        std::move(object),
+        [this](std::uint32_t subject,
+               const std::string& key,
+               const std::optional<std::string>& value) {
+            tellAll([&](GraphObserver& o) { o.metadataChanged(subject, key, value); });
+        },
+        refusal);
+    tellAll([](GraphObserver& o) { o.metadataAvailable(true); });
 }
 
 void Graph::removeMetadata()
@@ -44,6 +54,7 @@ void Graph::removeMetadata()
 void Graph::remove(std::uint32_t id)
 {
     bindings_.unbind(id);
+    assumed_.erase(id);
     if (const auto client = clients_.extract(id)) {
         tellAll([&](GraphObserver& o) { o.clientRemoved(client.mapped()); });
     } else if (const auto node = nodes_.extract(id)) {

@@ -5,10 +5,11 @@
 
 namespace fadewell::pipewire {
 
-Metadata::Metadata(pw_registry* registry, GraphObject object, Changed changed, Refused refused)
+Metadata::Metadata(pw_proxy* proxy, GraphObject object, Changed changed, Refused refused)
     : object_(std::move(object))
     , changed_(std::move(changed))
     , refused_(std::move(refused))
+    , proxy_(proxy)
 {
     static const pw_proxy_events proxyEvents = [] {
         pw_proxy_events table = {};
@@ -22,8 +23,6 @@ Metadata::Metadata(pw_registry* registry, GraphObject object, Changed changed, R
         table.property = &Metadata::onProperty;
         return table;
     }();
-    proxy_ = static_cast<pw_proxy*>(
-        pw_registry_bind(registry, object_.id, PW_TYPE_INTERFACE_Metadata, PW_VERSION_METADATA, 0));
     if (proxy_ != nullptr) {
         pw_proxy_add_listener(proxy_, &proxyHook_, &proxyEvents, this);
         pw_proxy_add_object_listener(proxy_, &objectHook_, &metadataEvents, this);
@@ -64,17 +63,23 @@ int Metadata::set(std::uint32_t subject,
 int Metadata::onProperty(
     void* data, std::uint32_t subject, const char* key, const char* /*type*/, const char* value)
 {
-    auto& self = *static_cast<Metadata*>(data);
-    if (key == nullptr) {
-        self.forget(subject);
-    } else if (value == nullptr) {
-        self.values_[subject].erase(key);
-        self.changed_(subject, key, std::nullopt);
-    } else {
-        self.values_[subject][key] = value;
-        self.changed_(subject, key, std::string(value));
-    }
+    static_cast<Metadata*>(data)->take(subject, key, value);
     return 0;
+}
+
+void Metadata::take(std::uint32_t subject, const char* key, const char* value)
+{
+    if (key == nullptr) {
+        forget(subject);
+    } else if (value == nullptr) {
+        if (const auto keys = values_.find(subject); keys != values_.end()) {
+            keys->second.erase(key);
+        }
+        changed_(subject, key, std::nullopt);
+    } else {
+        values_[subject][key] = value;
+        changed_(subject, key, std::string(value));
+    }
 }
 
 void Metadata::forget(std::uint32_t subject)

@@ -19,8 +19,8 @@ public:
         std::uint32_t subject, const std::string& key, const std::optional<std::string>& value)>;
     using Refused = std::function<void(int result)>;
 
-    /// Binds the object; its values arrive one by one.
-    Metadata(pw_registry* registry, GraphObject object, Changed changed, Refused refused);
+    /// Owns `proxy`, through which the values arrive one by one; null keeps the object mute.
+    Metadata(pw_proxy* proxy, GraphObject object, Changed changed, Refused refused);
     ~Metadata();
     Metadata(const Metadata&) = delete;
     Metadata& operator=(const Metadata&) = delete;
@@ -32,6 +32,9 @@ public:
     /// Deletes when `value` is absent; a negative errno when it can't be sent.
     int
     set(std::uint32_t subject, const std::string& key, const char* type, const char* value) const;
+
+    /// What the server tells: a null key forgets the whole subject, a null value one key.
+    void take(std::uint32_t subject, const char* key, const char* value);
 
 private:
     static int onProperty(

@@ -19,6 +19,17 @@ constexpr double answerTime = 3.0;
 /// Globals, then their own descriptions, then the parameters asked for because of these.
 constexpr int roundTripsToFill = 3;
 
+/// At login this program may start before the session manager has. [locked exactly once]
+bool waitForSessionManager(Connection& connection, const pipewire::Graph& graph)
+{
+    constexpr double slice = 0.25; // Nothing signals a new global.
+    constexpr int mostSlices = 20;
+    for (int i = 0; i < mostSlices && !graph.hasMetadata(); ++i) {
+        connection.waitFor(slice, [&graph] { return graph.hasMetadata(); });
+    }
+    return graph.hasMetadata();
+}
+
 } // namespace
 
 std::shared_ptr<PipeWireHardware> PipeWireHardware::create(
@@ -45,6 +56,10 @@ PipeWireHardware::PipeWireHardware(std::unique_ptr<Connection> connection,
         Logger("pipewire").notice("PipeWire has gone");
         graph_.detach();
         connection_->disconnect();
+        connection_->reconnect([this] {
+            Logger("pipewire").notice("PipeWire is back");
+            graph_.attach();
+        });
     });
 }
 
@@ -53,6 +68,7 @@ PipeWireHardware::~PipeWireHardware()
     taps_.reset();
     const Connection::Lock lock(*connection_);
     connection_->onDisconnected(nullptr);
+    connection_->reconnect(nullptr);
     graph_.detach();
 }
 
@@ -61,7 +77,8 @@ bool PipeWireHardware::fillMirror(std::string& error)
     {
         const Connection::Lock lock(*connection_);
         if (const int status = connection_->connect(); status < 0) {
-            error = fmt::format("No PipeWire server can be reached: {}", std::strerror(-status));
+            error = fmt::format("No PipeWire server can be reached, is it running? ({})",
+                                std::strerror(-status));
             return false;
         }
         graph_.attach();
@@ -70,6 +87,10 @@ bool PipeWireHardware::fillMirror(std::string& error)
                 error = "PipeWire doesn't answer: its session manager (WirePlumber) may be missing";
                 return false;
             }
+        }
+        if (!waitForSessionManager(*connection_, graph_)) {
+            error = "PipeWire runs without a session manager: start WirePlumber";
+            return false;
         }
     }
     makeTaps();

@@ -85,9 +85,9 @@ void ProcessTable::nodeRemoved(const GraphNode& node)
 
 void ProcessTable::linkChanged(const GraphLink& link)
 {
-    const auto stream = streams_.find(link.outputNode);
-    if (stream != streams_.end() && stream->second.untappable) {
-        if (const GraphNode* const node = graph_.node(link.outputNode)) {
+    for (const std::uint32_t end : {link.outputNode, link.inputNode}) {
+        const GraphNode* const node = graph_.node(end);
+        if (node != nullptr && streams_.contains(end)) {
             update(*node);
         }
     }
@@ -128,18 +128,30 @@ std::optional<ProcessTable::Stream> ProcessTable::examine(const GraphNode& node)
     stream.kind = kind;
     stream.untappable = untappableReason(node);
     stream.isKnown = node.hasInfo;
-    stream.isRunning = node.hasInfo && node.state == PW_NODE_STATE_RUNNING &&
-                       (stream.untappable != UntappableReason::unmanaged || reachesDevice(node.id));
+    stream.isRunning =
+        node.hasInfo && node.state == PW_NODE_STATE_RUNNING && isHeard(node.id, stream);
     return stream;
 }
 
-bool ProcessTable::reachesDevice(std::uint32_t node) const
+bool ProcessTable::isHeard(std::uint32_t node, const Stream& stream) const
 {
+    const auto isSink = [this](std::uint32_t end) {
+        const GraphNode* const found = graph_.node(end);
+        return found != nullptr && find(found->props, PW_KEY_MEDIA_CLASS) == "Audio/Sink";
+    };
+    if (stream.kind == StreamKind::input) {
+        // Without a microphone the default source is a sink's monitor: that is no recording of one.
+        const auto links = graph_.linksBetween(SPA_ID_INVALID, node);
+        return links.empty() || std::any_of(links.begin(), links.end(), [&](const auto* link) {
+                   return !isSink(link->outputNode);
+               });
+    }
+    // A JACK program always runs; it plays when it is connected to something.
     const auto links = graph_.linksBetween(node, SPA_ID_INVALID);
-    return std::any_of(links.begin(), links.end(), [this](const GraphLink* link) {
-        const GraphNode* const target = graph_.node(link->inputNode);
-        return target != nullptr && find(target->props, PW_KEY_MEDIA_CLASS) == "Audio/Sink";
-    });
+    return stream.untappable != UntappableReason::unmanaged ||
+           std::any_of(links.begin(), links.end(), [&](const auto* link) {
+               return isSink(link->inputNode);
+           });
 }
 
 void ProcessTable::update(const GraphNode& node)

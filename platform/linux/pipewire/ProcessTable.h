@@ -96,7 +96,7 @@ private:
     void disconnected() override;
 
     [[nodiscard]] std::optional<Stream> examine(const GraphNode& node);
-    [[nodiscard]] bool reachesDevice(std::uint32_t node) const;
+    [[nodiscard]] bool isHeard(std::uint32_t node, const Stream& stream) const;
     void update(const GraphNode& node);
     void forget(std::uint32_t node);
     void appear(const GraphNode& node, std::int32_t pid);

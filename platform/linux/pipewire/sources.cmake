@@ -5,6 +5,7 @@ set(fadewell_pipewire_sources
     pipewire/Graph.cpp
     pipewire/GraphBindings.cpp
     pipewire/GraphRegistry.cpp
+    pipewire/GraphVolumes.cpp
     pipewire/ListenerTable.cpp
     pipewire/Metadata.cpp
     pipewire/ParameterParsing.cpp

@@ -1,0 +1,53 @@
+#include "main/Composition.h"
+
+#include "audio/EngineContext.h"
+
+#include <utility>
+
+namespace fadewell {
+namespace {
+
+std::shared_ptr<MixerModel> makeModel(const Platform& platform,
+                                      std::shared_ptr<SerialQueue> mainQueue,
+                                      std::shared_ptr<Clock> clock,
+                                      QueueFactory makeQueue)
+{
+    const EngineContext engine{
+        platform.hardware, platform.processLookup, std::move(clock), std::move(makeQueue)};
+    return MixerModel::create(
+        {.mainQueue = std::move(mainQueue),
+         .workspace = platform.workspace,
+         .defaults = platform.defaults,
+         .monitor = ProcessMonitor::create(engine),
+         .devices = DeviceMonitor::create(engine),
+         .taps = TapManager::create(engine),
+         .microphoneController = MicrophoneController::create(engine, platform.defaults),
+         .store = std::make_shared<AppSettingsStore>(platform.defaults)});
+}
+
+} // namespace
+
+Composition::Composition(Platform platform,
+                         std::shared_ptr<SerialQueue> mainQueue,
+                         std::shared_ptr<Clock> clock,
+                         QueueFactory makeQueue)
+    : platform_(std::move(platform))
+    , model_(makeModel(platform_, std::move(mainQueue), std::move(clock), std::move(makeQueue)))
+    , delegate_(model_, platform_.hardware, platform_.defaults)
+{}
+
+void Composition::launch(const std::function<void()>& installSignalHandlers)
+{
+    isRunning_ = true;
+    delegate_.applicationDidFinishLaunching(installSignalHandlers);
+}
+
+void Composition::terminate()
+{
+    if (std::exchange(isRunning_, false)) {
+        delegate_.applicationWillTerminate();
+        platform_.defaults->flush();
+    }
+}
+
+} // namespace fadewell

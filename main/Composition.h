@@ -1,0 +1,38 @@
+#pragma once
+
+#include "app/AppDelegate.h"
+#include "app/MixerModel.h"
+#include "base/Clock.h"
+#include "base/SerialQueue.h"
+#include "main/Platform.h"
+
+#include <functional>
+#include <memory>
+
+namespace fadewell {
+
+/// The engine and the model wired together on a platform. [main queue]
+class Composition final {
+public:
+    Composition(Platform platform,
+                std::shared_ptr<SerialQueue> mainQueue,
+                std::shared_ptr<Clock> clock,
+                QueueFactory makeQueue);
+
+    [[nodiscard]] const std::shared_ptr<MixerModel>& model() const { return model_; }
+    [[nodiscard]] const Platform& platform() const { return platform_; }
+
+    /// Cleans up after an earlier run and begins; only for the one running instance.
+    void launch(const std::function<void()>& installSignalHandlers);
+
+    /// Leaves the sound system clean; a second call does nothing, nor one before `launch`.
+    void terminate();
+
+private:
+    Platform platform_;
+    std::shared_ptr<MixerModel> model_;
+    AppDelegate delegate_;
+    bool isRunning_ = false;
+};
+
+} // namespace fadewell

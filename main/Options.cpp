@@ -1,0 +1,27 @@
+#include "main/Options.h"
+
+#include <CLI/CLI.hpp>
+
+namespace fadewell {
+
+std::optional<Options> Options::parse(int argc, const char* const* argv, int& exitStatus)
+{
+    constexpr int wrongUsage = 2;
+    CLI::App app("Gives every app its own volume. Drive it with fadewellctl.", "fadewell");
+    Options options;
+    app.set_version_flag("--version", "fadewell " FADEWELL_VERSION);
+    app.add_flag("--headless", options.isHeadless, "Run without a window");
+    app.add_flag("--background", options.isBackground, "Start quietly, as at login");
+    app.add_flag("--verbose", options.isVerbose, "Log debug messages as well");
+    app.footer("Exit status: 0 ended or already running, 1 could not start, 2 wrong usage.\n\n"
+               "Examples:\n  fadewell --headless\n  fadewell --headless --verbose");
+    try {
+        app.parse(argc, argv);
+        return options;
+    } catch (const CLI::ParseError& error) {
+        exitStatus = app.exit(error) == 0 ? 0 : wrongUsage;
+        return std::nullopt;
+    }
+}
+
+} // namespace fadewell
