@@ -78,9 +78,11 @@ TEST_F(RigTest, FindsFaultsThatArePutIn)
     auto holed = clean;
     std::fill_n(holed.left.begin() + 4000, 1024, 0.0F);
     std::fill_n(holed.right.begin() + 4000, 1024, 0.0F);
-    int holes = 0;
-    EXPECT_EQ(withoutHoles(holed, 256, holes).frames(), clean.frames() - 1024);
-    EXPECT_EQ(holes, 1);
+    const auto parts = partsBetweenHoles(holed, 256);
+    ASSERT_EQ(parts.size(), 2U);
+    EXPECT_EQ(parts[0].frames() + parts[1].frames(), clean.frames() - 1024);
+    EXPECT_NEAR(largestStep(parts[1]), 1, 0.01);
+    EXPECT_EQ(partsBetweenHoles(clean, 256).size(), 1U);
 
     const Sound silence{std::vector<float>(4800), std::vector<float>(4800)};
     EXPECT_EQ(toneGain(silence), -std::numeric_limits<double>::infinity());

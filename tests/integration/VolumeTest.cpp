@@ -4,7 +4,7 @@
 #include "tests/integration/support/Await.h"
 #include "tests/integration/support/FadewellTest.h"
 
-#include <csignal>
+#include <algorithm>
 #include <fmt/format.h>
 
 namespace fadewell::integration {
@@ -21,7 +21,26 @@ std::string percent(double volume)
     return fmt::format("{:.0f}%", volume * 100);
 }
 
-class VolumeTest : public FadewellTest, public testing::WithParamInterface<PlayerKind> {};
+class VolumeTest : public FadewellTest, public testing::WithParamInterface<PlayerKind> {
+protected:
+    /// What the output plays while an untouched app goes to 40%; again when the recording has gaps.
+    [[nodiscard]] Sound firstTouch(const std::string& app)
+    {
+        Sound sound;
+        for (int attempt = 0; attempt < 3; ++attempt) {
+            command({"forget", app});
+            EXPECT_TRUE(speakers_->awaitGain(0));
+            const auto start = speakers_->now();
+            command({"volume", app, "40%"});
+            EXPECT_TRUE(speakers_->awaitGain(decibels(0.4)));
+            sound = speakers_->readUntilNow(start);
+            if (sound.isComplete) {
+                break;
+            }
+        }
+        return sound;
+    }
+};
 
 TEST_P(VolumeTest, IsTheGainAtTheOutput)
 {
@@ -51,15 +70,16 @@ TEST_P(VolumeTest, MuteIsDigitalSilenceAndKeepsTheVolume)
 TEST_P(VolumeTest, FirstTouchDoesNotClick)
 {
     auto player = playTone(GetParam());
-    const auto start = speakers_->now();
-    command({"volume", appOf(player), "40%"});
-    ASSERT_TRUE(speakers_->awaitGain(decibels(0.4)));
-    const auto sound = speakers_->readUntilNow(start);
-    // Now and then the session manager needs a cycle for re-linking a stream, whoever asks it to.
-    // It plays silence then and loses nothing; apart from that nothing may show.
-    int holes = 0;
-    EXPECT_LE(largestStep(withoutHoles(sound, 64, holes)), largestStepOfAFade);
-    EXPECT_LE(holes, 1);
+    const auto sound = firstTouch(appOf(player));
+    // Now and then a cycle begins while the session manager links the stream anew, and is silent
+    // (docs/decisions/5-holes-of-one-cycle.md). Apart from that one nothing may show.
+    const auto parts = partsBetweenHoles(sound, 64);
+    EXPECT_LE(parts.size(), 2U);
+    for (const auto& part : parts) {
+        EXPECT_LE(largestStep(part), largestStepOfAFade) << measuringNote(sound);
+    }
+    EXPECT_LE(std::count(sound.left.begin(), sound.left.end(), 0.0F), 1100)
+        << "longer than a cycle";
 }
 
 TEST_P(VolumeTest, StepsAndMuteDoNotClick)
@@ -77,7 +97,8 @@ TEST_P(VolumeTest, StepsAndMuteDoNotClick)
     ASSERT_TRUE(speakers_->awaitSilence());
     command({"mute", app, "off"});
     ASSERT_TRUE(speakers_->awaitGain(decibels(0.9)));
-    EXPECT_LE(largestStep(speakers_->readUntilNow(start)), largestStepOfAFade);
+    const auto sound = speakers_->readUntilNow(start);
+    EXPECT_LE(largestStep(sound), largestStepOfAFade) << measuringNote(sound);
 }
 
 TEST_P(VolumeTest, OutputPlaysThereAndOnlyThereAndMovesWithoutAClick)

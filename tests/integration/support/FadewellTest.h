@@ -44,7 +44,12 @@ protected:
     std::optional<Fadewell> fadewell_;
 };
 
-/// Half a second from now on holds the tone at `gain` (in dB), within 0.02 dB.
+/// Half a second holds the tone at `gain` (in dB), within 0.02 dB; a recording with gaps doesn't
+/// count.
 void expectGain(const Recorder& recorder, double gain);
+
+/// For a failure's message: says when the recording has gaps, so that what it shows is no one's
+/// fault.
+[[nodiscard]] std::string measuringNote(const Sound& sound);
 
 } // namespace fadewell::integration

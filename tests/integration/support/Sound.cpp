@@ -71,25 +71,21 @@ double largestStep(const Sound& sound)
            (toneAmplitude * radiansPerFrame);
 }
 
-Sound withoutHoles(const Sound& sound, std::size_t shortest, int& holes)
+std::vector<Sound> partsBetweenHoles(const Sound& sound, std::size_t shortest)
 {
-    Sound joined;
-    joined.isComplete = sound.isComplete;
-    for (std::size_t frame = 0; frame < sound.frames();) {
+    std::vector<Sound> parts;
+    std::size_t begin = firstSound(sound);
+    for (std::size_t frame = begin; frame < sound.frames();) {
         const std::size_t next = isSilent(sound, frame) ? firstSound(sound, frame) : frame + 1;
-        if (next - frame >= shortest) {
-            ++holes;
-        } else {
-            const auto begin = static_cast<std::ptrdiff_t>(frame);
-            const auto end = static_cast<std::ptrdiff_t>(next);
-            joined.left.insert(
-                joined.left.end(), sound.left.begin() + begin, sound.left.begin() + end);
-            joined.right.insert(
-                joined.right.end(), sound.right.begin() + begin, sound.right.begin() + end);
+        const bool isLast = next == sound.frames();
+        if (isLast || next - frame >= shortest) {
+            const std::size_t end = isSilent(sound, frame) ? frame : next;
+            parts.push_back(sound.part(begin, end - begin));
+            begin = next;
         }
         frame = next;
     }
-    return joined;
+    return parts;
 }
 
 std::size_t firstSound(const Sound& sound, std::size_t from)

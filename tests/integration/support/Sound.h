@@ -35,9 +35,9 @@ struct Sound {
 /// untouched tone's own largest.
 [[nodiscard]] double largestStep(const Sound& sound);
 
-/// `sound` without runs of at least `shortest` exactly silent frames, as if they had never been
-/// played; `holes` counts the runs.
-[[nodiscard]] Sound withoutHoles(const Sound& sound, std::size_t shortest, int& holes);
+/// What was heard between holes: runs of at least `shortest` exactly silent frames. Silence before
+/// the first and after the last sound is none.
+[[nodiscard]] std::vector<Sound> partsBetweenHoles(const Sound& sound, std::size_t shortest);
 
 /// The first frame from `from` on that is not exactly 0 in both channels; frames() without one.
 [[nodiscard]] std::size_t firstSound(const Sound& sound, std::size_t from = 0);
