@@ -94,7 +94,11 @@ public:
     /// Ends an override at once: call mode follows detection again.
     void followCallDetection();
     /// The override, while there is one.
-    [[nodiscard]] std::optional<bool> callModeOverride() const { return callMode_.manualOverride; }
+    [[nodiscard]] std::optional<bool> callModeOverride() const
+    {
+        services_.mainQueue->assertCurrent();
+        return callMode_.manualOverride;
+    }
     void setCallModeSettings(const CallModeSettings& settings);
 
     /// The name of a connected output device.
