@@ -71,15 +71,16 @@ TEST_P(VolumeTest, FirstTouchDoesNotClick)
 {
     auto player = playTone(GetParam());
     const auto sound = firstTouch(appOf(player));
-    // Now and then a cycle begins while the session manager links the stream anew, and is silent
-    // (docs/decisions/5-holes-of-one-cycle.md). Apart from that one nothing may show.
+    // Now and then a cycle begins while the session manager links the stream anew, and is silent,
+    // for a Pulse client two (docs/decisions/5-holes-of-one-cycle.md). Apart from that hole nothing
+    // may show.
     const auto parts = partsBetweenHoles(sound, 64);
     EXPECT_LE(parts.size(), 2U);
     for (const auto& part : parts) {
         EXPECT_LE(largestStep(part), largestStepOfAFade) << measuringNote(sound);
     }
-    EXPECT_LE(std::count(sound.left.begin(), sound.left.end(), 0.0F), 1100)
-        << "longer than a cycle";
+    EXPECT_LE(std::count(sound.left.begin(), sound.left.end(), 0.0F), 2100)
+        << "longer than two cycles";
 }
 
 TEST_P(VolumeTest, StepsAndMuteDoNotClick)
@@ -113,8 +114,10 @@ TEST_P(VolumeTest, OutputPlaysThereAndOnlyThereAndMovesWithoutAClick)
     command({"output", app, headphones});
     expectGain(*headphones_, decibels(0.4));
     ASSERT_TRUE(speakers_->awaitSilence());
-    EXPECT_LE(largestStep(speakers_->readUntilNow(speakersStart)), largestStepOfAFade);
-    EXPECT_LE(largestStep(headphones_->readUntilNow(headphonesStart)), largestStepOfAFade);
+    const auto left = speakers_->readUntilNow(speakersStart);
+    const auto entered = headphones_->readUntilNow(headphonesStart);
+    EXPECT_LE(largestStep(left), largestStepOfAFade) << measuringNote(left);
+    EXPECT_LE(largestStep(entered), largestStepOfAFade) << measuringNote(entered);
 
     command({"output", app, "system"});
     expectGain(*speakers_, decibels(0.4));
