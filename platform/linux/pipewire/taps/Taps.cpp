@@ -285,9 +285,11 @@ void Taps::metadataAvailable(bool isAvailable)
     }
 }
 
-void Taps::writeRefused(std::uint32_t /*object*/, int result)
+void Taps::writeRefused(std::uint32_t object, int result)
 {
-    if (result == -EACCES || result == -EPERM) {
+    // A volume that may not be changed says nothing about routing: only the metadata does.
+    const bool isRouting = !graph_.node(object) && !graph_.device(object);
+    if (isRouting && (result == -EACCES || result == -EPERM)) {
         isRefused_ = true;
     }
 }
