@@ -1,0 +1,2 @@
+list(APPEND FADEWELL_LINUX_SOURCES
+    desktop/Session.cpp desktop/SwayFrontWindow.cpp desktop/X11FrontWindow.cpp)

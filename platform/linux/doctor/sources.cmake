@@ -1,0 +1,1 @@
+list(APPEND FADEWELL_LINUX_SOURCES doctor/Doctor.cpp doctor/Findings.cpp)

@@ -1,0 +1,1 @@
+list(APPEND FADEWELL_LINUX_SOURCES login/AutostartItem.cpp)
