@@ -1,0 +1,5 @@
+import Fadewell.Style
+
+LevelSlider {
+    name: qsTr("Volume")
+}
