@@ -1,0 +1,7 @@
+import QtQuick
+
+// The rows of one box.
+Column {
+    anchors.left: parent.left
+    anchors.right: parent.right
+}
