@@ -1,0 +1,28 @@
+#include "main/Entry.h"
+
+#include "main/Platform.h"
+
+namespace fadewell {
+
+int enter(int argc,
+          char** argv,
+          const Run& run,
+          const std::function<void(const Options&)>& beforeRun)
+{
+    int exitStatus = 0;
+    const auto options = Options::parse(argc, argv, exitStatus);
+    if (!options) {
+        return exitStatus;
+    }
+    if (beforeRun) {
+        beforeRun(*options);
+    }
+    LogSink::install(makeLogSink(options->isVerbose));
+    const auto supervised = [&](const std::shared_ptr<Heartbeat>& heartbeat) {
+        TerminationSignals termination; // Before Qt and the engine start their threads.
+        return run(*options, termination, heartbeat);
+    };
+    return options->isUnsupervised ? supervised(nullptr) : runSupervised(supervised);
+}
+
+} // namespace fadewell
