@@ -1,5 +1,7 @@
 #include "app/AppDelegate.h"
 
+#include "app/AppShortcuts.h"
+
 #include <utility>
 
 namespace fadewell {
@@ -12,20 +14,42 @@ AppDelegate::AppDelegate(std::shared_ptr<MixerModel> model,
     , defaults_(std::move(defaults))
 {}
 
+void AppDelegate::setWindows(std::shared_ptr<AppWindows> windows)
+{
+    windows_ = std::move(windows);
+}
+
 void AppDelegate::applicationDidFinishLaunching(const std::function<void()>& installSignalHandlers)
 {
     TapManager::removeLeftovers(*hardware_);
     MicrophoneController::restoreLeftMuted(*hardware_, *defaults_);
     installSignalHandlers();
     model_->start();
+    if (shortcuts_) {
+        AppShortcuts::registerActions(*shortcuts_, model_);
+    }
+    if (windows_ && !defaults_->get<bool>("hasCompletedOnboarding").value_or(false)) {
+        windows_->show(AppWindow::onboarding);
+    }
+}
+
+void AppDelegate::setShortcuts(std::shared_ptr<shortcuts::KeyboardShortcuts> shortcuts)
+{
+    shortcuts_ = std::move(shortcuts);
+}
+
+void AppDelegate::applicationShouldHandleReopen()
+{
+    if (windows_) {
+        const bool hasSettings = windows_->offers(AppWindow::settings);
+        windows_->show(hasSettings ? AppWindow::settings : AppWindow::panel);
+    }
 }
 
 void AppDelegate::applicationWillTerminate()
 {
     // Taps first: an app must not stay silent, whatever happens to the microphone.
-    if (const auto& taps = model_->taps()) {
-        taps->stopAll();
-    }
+    model_->stop();
     if (const auto& controller = model_->microphoneController()) {
         controller->releaseMute();
     }

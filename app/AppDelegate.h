@@ -1,8 +1,10 @@
 #pragma once
 
+#include "app/AppWindows.h"
 #include "app/MixerModel.h"
 #include "audio/AudioHardware.h"
 #include "base/UserDefaults.h"
+#include "shortcuts/KeyboardShortcuts.h"
 
 #include <functional>
 #include <memory>
@@ -17,19 +19,31 @@ public:
                 std::shared_ptr<AudioHardware> hardware,
                 std::shared_ptr<UserDefaults> defaults);
 
+    /// The windows to open from here on; without a display there are none.
+    void setWindows(std::shared_ptr<AppWindows> windows);
+
     /// Removes what an earlier run left behind, then installs the signal handlers through
-    /// `installSignalHandlers`, then starts the model.
+    /// `installSignalHandlers`, then starts the model and registers the shortcuts; greets someone
+    /// who is new here.
     void applicationDidFinishLaunching(const std::function<void()>& installSignalHandlers);
+
+    /// The program was started once more: opens the settings, or the panel where there are none.
+    void applicationShouldHandleReopen();
 
     /// Stops every tap, then unmutes the microphones: at quit and on SIGTERM, SIGINT and SIGHUP.
     void applicationWillTerminate();
 
     [[nodiscard]] MixerModel& model() { return *model_; }
 
+    /// Before the launch, which gives them their actions; without them there are none.
+    void setShortcuts(std::shared_ptr<shortcuts::KeyboardShortcuts> shortcuts);
+
 private:
     std::shared_ptr<MixerModel> model_;
     std::shared_ptr<AudioHardware> hardware_;
     std::shared_ptr<UserDefaults> defaults_;
+    std::shared_ptr<AppWindows> windows_;                     ///< may be absent
+    std::shared_ptr<shortcuts::KeyboardShortcuts> shortcuts_; ///< may be absent
 };
 
 } // namespace fadewell

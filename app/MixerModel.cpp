@@ -46,10 +46,12 @@ MixerModel::~MixerModel() = default;
 void MixerModel::start()
 {
     services_.mainQueue->assertCurrent();
-    const auto& [queue, workspace, defaults, monitor, devices, taps, controller, store] = services_;
+    const auto& [queue, workspace, defaults, monitor, devices, taps, controller, store, startGate] =
+        services_;
     if (!monitor || !devices || !taps || !controller || !tasks_.empty()) {
         return;
     }
+    updateStartGate();
     monitor->start();
     devices->start();
     controller->start();
@@ -58,6 +60,19 @@ void MixerModel::start()
     tasks_.push_back(devices->snapshots().consume(queue, weakly(&MixerModel::handleDevices)));
     tasks_.push_back(taps->events().consume(queue, weakly(&MixerModel::handleTapEvent)));
     launchObserver_ = workspace->onLaunch(weakly(&MixerModel::handleLaunch));
+}
+
+void MixerModel::stop()
+{
+    services_.mainQueue->assertCurrent();
+    // The gate first: it would take over the apps that the taps let go of.
+    if (services_.startGate) {
+        services_.startGate->setGatedApps({});
+        services_.startGate->setLoweredStarts(std::nullopt);
+    }
+    if (services_.taps) {
+        services_.taps->stopAll();
+    }
 }
 
 void MixerModel::handleMicrophone(MicrophoneState state)
@@ -82,6 +97,7 @@ void MixerModel::handleProcesses(std::vector<AudioProcess> processes)
         assert(isNew);
         static_cast<void>(isNew);
     }
+    recentlyStarted_.update(currentAppIDs(&AudioApp::isPlaying));
     reevaluateCallMode();
 }
 

@@ -2,11 +2,13 @@
 
 #include "app/AppDirectory.h"
 #include "app/AppRowState.h"
+#include "app/MicrophoneUser.h"
 #include "app/RememberedApp.h"
 #include "app/Workspace.h"
 #include "audio/DeviceMonitor.h"
 #include "audio/MicrophoneController.h"
 #include "audio/ProcessMonitor.h"
+#include "audio/StartGate.h"
 #include "audio/TapManager.h"
 #include "audio/TapRequest.h"
 #include "base/Logger.h"
@@ -20,6 +22,7 @@
 #include "core/CallModeSettings.h"
 #include "core/Linger.h"
 #include "core/OutputDevice.h"
+#include "core/RecentlyStarted.h"
 
 #include <algorithm>
 #include <functional>
@@ -51,6 +54,7 @@ public:
         std::shared_ptr<TapManager> taps{};
         std::shared_ptr<MicrophoneController> microphoneController{};
         std::shared_ptr<AppSettingsStore> store{};
+        std::shared_ptr<StartGate> startGate{}; ///< absent where none is needed
     };
 
     /// Loads the remembered settings; observes and starts nothing.
@@ -69,11 +73,15 @@ public:
     Observed<std::vector<std::string>> callAppNames;
     Observed<MicrophoneState> microphone;
     Observed<std::vector<std::string>> microphoneUserNames;
+    Observed<std::vector<MicrophoneUser>> microphoneUsers; ///< in the order of their names
     Observed<CallModeSettings> callModeSettings;
     Observed<std::vector<RememberedApp>> rememberedApps; ///< sorted by name
 
     /// Begins monitoring; does nothing without all four engine services, or a second time.
     void start();
+
+    /// Lets go of every app; the end of the program.
+    void stop();
 
     /// Clamped to 0 to 1 (what is no number becomes 1); clears the mute.
     void setVolume(double volume, const std::string& appID);
@@ -84,8 +92,9 @@ public:
                    const std::string& appID);
     void forget(const std::string& appID);
     void forgetAll();
-    /// Moves the frontmost app's volume and announces it; a muted app starts from 0.
-    void stepFrontmostApp(double delta);
+    /// Moves the frontmost app's volume and announces it; a muted app starts from 0. The app's
+    /// identifier, or absent when there is none to move.
+    std::optional<std::string> stepFrontmostApp(double delta);
     void toggleMicrophone();
     void setMicrophoneVolume(double volume);
     void toggleCallMode();
@@ -166,6 +175,8 @@ private:
     [[nodiscard]] std::vector<RememberedApp> rememberedAppsFromStore()
         ON_QUEUE(*services_.mainQueue);
     void refreshRememberedApps() ON_QUEUE(*services_.mainQueue);
+    void updateStartGate() ON_QUEUE(*services_.mainQueue);
+    void updateLoweredStarts() ON_QUEUE(*services_.mainQueue);
 
     /// The current apps that have this flag.
     [[nodiscard]] std::set<std::string> currentAppIDs(bool AudioApp::*flag) const
@@ -174,6 +185,12 @@ private:
     [[nodiscard]] std::set<std::string> duckExemptIDs() const ON_QUEUE(*services_.mainQueue);
 
     // Commands and call mode.
+    /// An app and what it is called.
+    struct NamedApp {
+        std::string id;
+        std::string name;
+    };
+    [[nodiscard]] std::optional<NamedApp> frontmostApp() ON_QUEUE(*services_.mainQueue);
     void writeThrough(const AppAudioSettings& changed, const std::string& appID)
         ON_QUEUE(*services_.mainQueue);
     void showInRow(const AppAudioSettings& changed, const std::string& appID)
@@ -186,6 +203,7 @@ private:
     const Services services_;
     const Logger log_{"mixer"};
     CallMode callMode_ CONFINED_TO(*services_.mainQueue);
+    RecentlyStarted recentlyStarted_ CONFINED_TO(*services_.mainQueue);
     AppDirectory directory_ CONFINED_TO(*services_.mainQueue);
     Linger<std::string> linger_ CONFINED_TO(*services_.mainQueue){3.0}; ///< of rows, by app
     /// Confined like the rest; unmarked because a getter hands out a reference to it.
@@ -194,6 +212,8 @@ private:
     std::map<std::string, AppRowState> lastKnown_ CONFINED_TO(*services_.mainQueue);
     /// The working copy, which also holds what is never saved.
     std::map<std::string, AppAudioSettings> settings_ CONFINED_TO(*services_.mainQueue);
+    /// As the start gate was told last.
+    std::optional<LoweredStarts> loweredStarts_ CONFINED_TO(*services_.mainQueue);
     Timer callModeTimer_ CONFINED_TO(*services_.mainQueue);
     Timer expiryTimer_ CONFINED_TO(*services_.mainQueue);
     std::vector<Subscription> tasks_ CONFINED_TO(*services_.mainQueue); ///< empty until started

@@ -18,6 +18,7 @@ void MixerModel::writeThrough(const AppAudioSettings& changed, const std::string
     }
     showInRow(changed, appID);
     refreshRememberedApps();
+    updateStartGate();
     pushTapRequests();
 }
 
@@ -73,6 +74,7 @@ void MixerModel::forget(const std::string& appID)
     }
     showInRow(AppAudioSettings::default_(), id);
     refreshRememberedApps();
+    updateStartGate();
     pushTapRequests();
 }
 
@@ -89,18 +91,33 @@ void MixerModel::forgetAll()
     refreshRememberedApps();
 }
 
-void MixerModel::stepFrontmostApp(double delta)
+std::optional<MixerModel::NamedApp> MixerModel::frontmostApp()
 {
-    const auto application = services_.workspace->frontmost();
-    if (!application || !application->bundleID || application->pid == services_.workspace->ownPID())
-    {
-        return;
+    if (const auto front = services_.workspace->frontmost()) {
+        if (!front->bundleID || front->pid == services_.workspace->ownPID()) {
+            return std::nullopt;
+        }
+        return NamedApp{*front->bundleID, front->name.value_or(*front->bundleID)};
     }
-    const auto& appID = *application->bundleID;
-    const double level = std::clamp(settings(appID).effectiveVolume() + delta, 0.0, 1.0);
-    setVolume(level, appID);
-    const auto text = application->name.value_or(appID) + " " + localizedPercent(level);
-    services_.workspace->announce(text, highPriority);
+    const auto latest = recentlyStarted_.latest();
+    const auto app = latest ? current_.find(*latest) : current_.end();
+    if (services_.workspace->tellsFrontmost() || app == current_.end()) {
+        return std::nullopt;
+    }
+    return NamedApp{app->first, directory_.identity(app->second).name};
+}
+
+std::optional<std::string> MixerModel::stepFrontmostApp(double delta)
+{
+    services_.mainQueue->assertCurrent();
+    const auto app = frontmostApp();
+    if (!app) {
+        return std::nullopt;
+    }
+    const double level = std::clamp(settings(app->id).effectiveVolume() + delta, 0.0, 1.0);
+    setVolume(level, app->id);
+    services_.workspace->announce(app->name + " " + localizedPercent(level), highPriority);
+    return app->id;
 }
 
 void MixerModel::toggleMicrophone()

@@ -1,16 +1,13 @@
 #include "app/MixerModel.h"
 #include "base/LocalizedText.h"
+#include "core/AppGrouper.h"
 
 #include <algorithm>
+#include <chrono>
 #include <fmt/ranges.h>
 
 namespace fadewell {
 namespace {
-
-struct MicrophoneUser {
-    std::string id;
-    std::string name;
-};
 
 // Apps of the same name stay in the order of their identifiers, so that rows never swap places.
 template <class Named>
@@ -75,17 +72,23 @@ void MixerModel::rebuildRows()
 
 void MixerModel::publishMicrophoneUsers()
 {
+    const auto& before = microphoneUsers.get();
+    const auto began = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
     std::vector<MicrophoneUser> users;
     for (const auto& [id, app] : current_) {
         if (app.isUsingMicrophone) {
-            users.push_back({id, directory_.identity(app).name});
+            const auto known = std::find_if(
+                before.begin(), before.end(), [&](const auto& user) { return user.id == id; });
+            users.push_back(
+                {id, directory_.identity(app).name, known == before.end() ? began : known->since});
         }
     }
     sortByName(users);
     std::vector<std::string> names;
-    for (auto& user : users) {
-        names.push_back(std::move(user.name));
+    for (const auto& user : users) {
+        names.push_back(user.name);
     }
+    microphoneUsers.set(std::move(users));
     microphoneUserNames.set(std::move(names));
 }
 
@@ -161,6 +164,7 @@ std::vector<TapRequest> MixerModel::tapRequests(double level,
 
 void MixerModel::pushTapRequests()
 {
+    updateLoweredStarts();
     if (services_.taps) {
         services_.taps->update(tapRequests(callModeSettings.get().level(), duckExemptIDs()));
     }
@@ -181,6 +185,35 @@ std::vector<RememberedApp> MixerModel::rememberedAppsFromStore()
     }
     sortByName(remembered);
     return remembered;
+}
+
+void MixerModel::updateStartGate()
+{
+    if (!services_.startGate) {
+        return;
+    }
+    std::vector<GatedApp> gated;
+    for (const auto& [id, chosen] : settings_) {
+        if (!chosen.isDefault()) {
+            gated.push_back({id, chosen.effectiveVolume(), chosen.outputDeviceUID});
+        }
+    }
+    services_.startGate->setGatedApps(std::move(gated));
+}
+
+void MixerModel::updateLoweredStarts()
+{
+    std::optional<LoweredStarts> lowered;
+    if (callMode_.isActive() && callModeSettings.get().level() < 1.0) {
+        lowered = {callModeSettings.get().level(), duckExemptIDs()};
+        // Nobody gives these a path that they could be lowered and come back on.
+        const auto& ignored = AppGrouper::ignoredBundleIDs();
+        lowered->exempt.insert(ignored.begin(), ignored.end());
+    }
+    if (services_.startGate && lowered != loweredStarts_) {
+        loweredStarts_ = lowered;
+        services_.startGate->setLoweredStarts(std::move(lowered));
+    }
 }
 
 void MixerModel::refreshRememberedApps()

@@ -45,6 +45,9 @@ public:
 
     /// The application in front, as far as this desktop tells; absent where it doesn't.
     [[nodiscard]] virtual std::optional<RunningApplication> frontmost() = 0;
+    /// Whether this desktop tells what is in front. Where it doesn't, the best guess is the app
+    /// that began to play last.
+    [[nodiscard]] virtual bool tellsFrontmost() { return true; }
 
     [[nodiscard]] virtual std::optional<AppLocation> location(std::string_view bundleID) = 0;
 

@@ -34,6 +34,12 @@ void writeMute(AudioHardware& hardware, AudioObjectID device, bool isMuted)
     writeProperty<std::uint32_t>(hardware, device, muteAddress, isMuted ? 1 : 0);
 }
 
+std::optional<bool> isMuted(AudioHardware& hardware, AudioObjectID device)
+{
+    const auto state = readProperty<std::uint32_t>(hardware, device, muteAddress);
+    return state ? std::optional(*state != 0) : std::nullopt;
+}
+
 std::vector<AudioObjectPropertyElement> volumeElements(AudioHardware& hardware,
                                                        AudioObjectID device)
 {

@@ -12,6 +12,8 @@ namespace fadewell {
 /// Whether it has a mute switch that can be operated.
 [[nodiscard]] bool canUseMuteProperty(AudioHardware& hardware, AudioObjectID device);
 void writeMute(AudioHardware& hardware, AudioObjectID device, bool isMuted);
+/// What the switch says; absent without one.
+[[nodiscard]] std::optional<bool> isMuted(AudioHardware& hardware, AudioObjectID device);
 
 /// The elements that hold its volume: the main one, else those of channels 1 and 2 that do.
 [[nodiscard]] std::vector<AudioObjectPropertyElement> volumeElements(AudioHardware& hardware,

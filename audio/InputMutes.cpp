@@ -48,15 +48,37 @@ std::optional<double> InputMutes::silence(AudioObjectID device)
 
 void InputMutes::unmute(AudioObjectID device)
 {
-    const auto uid = uidOf(device);
-    auto devices = load();
-    const auto found = uid ? devices.find(*uid) : devices.end();
-    if (found == devices.end()) {
-        return;
+    if (const auto remembered = this->remembered(device)) {
+        undo(device, *remembered);
+        abandon(device);
     }
-    undo(device, found->second);
-    devices.erase(found);
-    store(devices);
+}
+
+bool InputMutes::isUndone(AudioObjectID device) const
+{
+    const auto remembered = this->remembered(device);
+    if (!remembered) {
+        return false;
+    }
+    return *remembered < 0 ? isMuted(hardware_, device) == false
+                           : currentVolume(hardware_, device).value_or(0) > 0;
+}
+
+void InputMutes::repeat(AudioObjectID device)
+{
+    if (const auto remembered = this->remembered(device); remembered && *remembered < 0) {
+        writeMute(hardware_, device, /*isMuted=*/true);
+    } else if (remembered) {
+        writeVolume(hardware_, device, 0);
+    }
+}
+
+void InputMutes::abandon(AudioObjectID device)
+{
+    auto devices = load();
+    if (const auto uid = uidOf(device); uid && devices.erase(*uid) > 0) {
+        store(devices);
+    }
 }
 
 std::size_t InputMutes::undoAll()

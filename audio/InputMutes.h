@@ -23,6 +23,13 @@ public:
     /// Gives back what mute() took.
     void unmute(AudioObjectID device);
 
+    /// Whether somebody else has made a device that mute() muted heard again.
+    [[nodiscard]] bool isUndone(AudioObjectID device) const;
+    /// Mutes such a device as before; what it goes back to stays.
+    void repeat(AudioObjectID device);
+    /// Leaves it to whoever undid it.
+    void abandon(AudioObjectID device);
+
     /// Unmutes and forgets every remembered device; those that are not connected are forgotten too.
     /// Returns how many there were.
     std::size_t undoAll();

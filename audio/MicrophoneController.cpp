@@ -9,6 +9,10 @@
 namespace fadewell {
 namespace {
 
+/// Who undoes a mute more often than this in so many seconds, means it.
+constexpr double fightWindow = 10.0;
+constexpr std::size_t fightLimit = 3;
+
 double clampedVolume(double volume)
 {
     if (volume > 1) {
@@ -142,13 +146,42 @@ void MicrophoneController::listenToDevice()
                                     queue_,
                                     weakTask(this, [](MicrophoneController& controller) {
                                         controller.queue_->assertCurrent();
-                                        controller.publishState();
+                                        controller.handleDeviceChange();
                                     }));
             if (listener) {
                 deviceListeners_.push_back(std::move(listener));
             }
         }
     }
+}
+
+void MicrophoneController::handleDeviceChange()
+{
+    if (wantsMute_) {
+        keepMuted();
+    }
+    publishState();
+}
+
+void MicrophoneController::keepMuted()
+{
+    if (!mutes_.isUndone(device_)) {
+        // A device may tell only after it became the default what can be done to it.
+        static_cast<void>(mutes_.mute(device_));
+        return;
+    }
+    const double now = context_.clock->uptime();
+    std::erase_if(undone_, [now](double time) { return now - time >= fightWindow; });
+    if (undone_.size() < fightLimit) {
+        undone_.push_back(now);
+        log_.info("Another program turned the microphone on; muting it again");
+        mutes_.repeat(device_);
+        return;
+    }
+    log_.notice("Another program keeps turning the microphone on; leaving it on");
+    undone_.clear();
+    wantsMute_ = false;
+    mutes_.abandon(device_);
 }
 
 void MicrophoneController::publishState()

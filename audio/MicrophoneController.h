@@ -11,13 +11,16 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace fadewell {
 
 /// Follows the default input device, shows its state, and mutes it for all apps.
 ///
-/// What it muted stands in the user defaults under "mutedInputDevices" (device UID to -1 for a mute
-/// switch, else to the volume it had), so that it can be undone after a crash.
+/// While it shows the device as muted, it is: somebody else's change is undone at once, and one who
+/// insists gets his way, which is shown. What it muted stands in the user defaults under
+/// "mutedInputDevices" (device UID to -1 for a mute switch, else to the volume it had), so that it
+/// can be undone after a crash.
 class MicrophoneController final : public std::enable_shared_from_this<MicrophoneController> {
 public:
     static constexpr const char* mutedInputDevicesKey = "mutedInputDevices";
@@ -54,6 +57,8 @@ private:
     void publishState() ON_QUEUE(*queue_);
     [[nodiscard]] MicrophoneState makeState() const ON_QUEUE(*queue_);
     void muteDevice() ON_QUEUE(*queue_);
+    void handleDeviceChange() ON_QUEUE(*queue_);
+    void keepMuted() ON_QUEUE(*queue_);
 
     const EngineContext context_;
     const std::shared_ptr<UserDefaults> defaults_;
@@ -67,6 +72,8 @@ private:
     AudioObjectID device_ CONFINED_TO(*queue_) = kAudioObjectUnknown;
     std::unique_ptr<HALListener> systemListener_ CONFINED_TO(*queue_);
     HALListeners deviceListeners_ CONFINED_TO(*queue_);
+    /// When others turned the muted microphone on; uptimes in seconds.
+    std::vector<double> undone_ CONFINED_TO(*queue_);
     std::optional<MicrophoneState> last_ CONFINED_TO(*queue_);
 };
 

@@ -12,6 +12,7 @@ enum class UntappableReason {
     passthrough, ///< sends encoded sound straight to the device
     exclusive,   ///< holds its device for itself
     pinned,      ///< asks not to be moved
+    contested,   ///< another program keeps moving it
 };
 
 /// A process that plays sound which can't be tapped.

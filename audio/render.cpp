@@ -332,6 +332,12 @@ std::uint64_t render_state_callback_count(const RenderState* state)
     return state->callbackCount.load(std::memory_order_relaxed);
 }
 
+void render_state_continue(RenderState* state, const RenderState* from) noexcept
+{
+    state->currentGain = from->currentGain;
+    state->currentDuck = from->currentDuck;
+}
+
 OSStatus render_io_proc(AudioObjectID /*device*/,
                         const AudioTimeStamp* /*now*/,
                         const AudioBufferList* input,

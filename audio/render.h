@@ -38,6 +38,9 @@ void render_state_set_duck(RenderState* state, float value);
 [[nodiscard]] bool render_state_has_signal(const RenderState* state);
 [[nodiscard]] std::uint64_t render_state_callback_count(const RenderState* state);
 
+/// Goes on from the gain and duck that `from` has reached, towards its own targets. [audio thread]
+void render_state_continue(RenderState* state, const RenderState* from) noexcept;
+
 /// The I/O procedure; its client data is a RenderState. [audio thread]
 OSStatus render_io_proc(AudioObjectID device,
                         const AudioTimeStamp* now,

@@ -48,6 +48,23 @@ const icu::Collator* collator()
     return instance.get();
 }
 
+std::string joined(const std::vector<std::string>& names, UListFormatterWidth width)
+{
+    std::vector<icu::UnicodeString> items;
+    items.reserve(names.size());
+    for (const auto& name : names) {
+        items.push_back(icu::UnicodeString::fromUTF8(piece(name)));
+    }
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<icu::ListFormatter> formatter(icu::ListFormatter::createInstance(
+        icu::Locale::getDefault(), ULISTFMT_TYPE_AND, width, status));
+    icu::UnicodeString text;
+    if (U_SUCCESS(status)) {
+        formatter->format(items.data(), static_cast<int32_t>(items.size()), text, status);
+    }
+    return utf8(text);
+}
+
 } // namespace
 
 int localizedStandardCompare(std::string_view left, std::string_view right)
@@ -75,20 +92,20 @@ std::string localizedPercent(double fraction)
     return utf8(format->format(fraction, text));
 }
 
+std::string localizedCapitalized(std::string_view text)
+{
+    auto capitalized = icu::UnicodeString::fromUTF8(piece(text));
+    return utf8(capitalized.toTitle(nullptr));
+}
+
 std::string localizedList(const std::vector<std::string>& names)
 {
-    std::vector<icu::UnicodeString> items;
-    items.reserve(names.size());
-    for (const auto& name : names) {
-        items.push_back(icu::UnicodeString::fromUTF8(piece(name)));
-    }
-    UErrorCode status = U_ZERO_ERROR;
-    const std::unique_ptr<icu::ListFormatter> formatter(icu::ListFormatter::createInstance(status));
-    icu::UnicodeString text;
-    if (U_SUCCESS(status)) {
-        formatter->format(items.data(), static_cast<int32_t>(items.size()), text, status);
-    }
-    return utf8(text);
+    return joined(names, ULISTFMT_WIDTH_WIDE);
+}
+
+std::string localizedNarrowList(const std::vector<std::string>& names)
+{
+    return joined(names, ULISTFMT_WIDTH_NARROW);
 }
 
 } // namespace fadewell

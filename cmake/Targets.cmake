@@ -42,3 +42,17 @@ function(fadewell_test)
     add_test(NAME ${ARG_NAME} COMMAND ${ARG_NAME})
     set_tests_properties(${ARG_NAME} PROPERTIES TIMEOUT ${ARG_TIMEOUT} LABELS ${ARG_LABEL})
 endfunction()
+
+# fadewell_qml_module(TARGET target URI uri …) adds a QML module to a library of the same folder; what
+# follows goes to qt_add_qml_module.
+function(fadewell_qml_module)
+    cmake_parse_arguments(ARG "" "TARGET;URI" "" ${ARGN})
+    string(REPLACE "." "/" folder ${ARG_URI})
+    qt_add_qml_module(${ARG_TARGET} URI ${ARG_URI} VERSION 1.0 NO_PLUGIN RESOURCE_PREFIX /qml
+        OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/qml/${folder} IMPORT_PATH ${CMAKE_BINARY_DIR}/qml
+        ${ARG_UNPARSED_ARGUMENTS})
+    # What Qt generates from QML is not written for our warnings.
+    get_target_property(sources ${ARG_TARGET} SOURCES)
+    list(FILTER sources INCLUDE REGEX "qmlcache|qmltyperegistrations")
+    set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS -w)
+endfunction()

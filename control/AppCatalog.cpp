@@ -1,7 +1,5 @@
 #include "control/AppCatalog.h"
 
-#include "core/AppGrouper.h"
-
 #include <algorithm>
 #include <set>
 #include <utility>
@@ -33,6 +31,8 @@ const char* rawValue(UntappableReason reason)
         return "exclusive";
     case UntappableReason::pinned:
         return "pinned";
+    case UntappableReason::contested:
+        return "contested";
     }
     return "unmanaged";
 }
@@ -51,9 +51,8 @@ AppCatalog::AppCatalog(std::shared_ptr<MixerModel> model,
                        std::shared_ptr<Workspace> workspace,
                        std::shared_ptr<Tappability> tappability)
     : model_(std::move(model))
-    , workspace_(std::move(workspace))
-    , tappability_(std::move(tappability))
-    , directory_(workspace_)
+    , directory_(workspace)
+    , untappable_(std::move(workspace), std::move(tappability))
 {
     noteRows(model_->apps.get());
     rows_ = model_->apps.observe([this](const auto& rows) { noteRows(rows); });
@@ -113,33 +112,17 @@ AppEntry AppCatalog::entry(const AppRowState& row) const
 
 std::vector<AppEntry> AppCatalog::untappable()
 {
-    const auto found = tappability_ ? tappability_->untappable() : std::vector<UntappableProcess>();
-    if (found.empty()) {
-        return {};
-    }
-    std::vector<AudioProcess> processes;
-    std::map<std::uint32_t, UntappableReason> reasons;
-    for (const auto& [process, reason] : found) {
-        processes.push_back(process);
-        reasons.emplace(process.id, reason);
-    }
-    std::vector<RunningApp> running;
-    for (const auto& application : workspace_->runningApplications()) {
-        running.push_back({application.pid, application.bundleID, false});
-    }
     std::vector<AppEntry> entries;
-    for (const auto& app : AppGrouper::group(
-             processes, running, AppGrouper::ignoredBundleIDs(), {workspace_->ownPID()}))
-    {
+    for (const auto& [app, identity, reason] : untappable_.list()) {
         AppEntry entry;
         entry.id = app.id;
-        entry.name = directory_.identity(app).name;
+        entry.name = identity.name;
         entry.isPlaying = app.isPlaying;
         entry.isUsingMicrophone = app.isUsingMicrophone;
         entry.bundleID = app.bundleID;
         entry.pids = app.pids;
         entry.isTappable = false;
-        entry.untappableReason = rawValue(reasons.at(app.processObjectIDs.front()));
+        entry.untappableReason = rawValue(reason);
         entries.push_back(std::move(entry));
     }
     return entries;

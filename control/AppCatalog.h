@@ -2,6 +2,7 @@
 
 #include "app/AppDirectory.h"
 #include "app/MixerModel.h"
+#include "app/UntappableApps.h"
 #include "app/Workspace.h"
 #include "audio/Tappability.h"
 #include "base/Subscription.h"
@@ -52,9 +53,8 @@ private:
     [[nodiscard]] std::vector<AppEntry> untappable();
 
     std::shared_ptr<MixerModel> model_;
-    std::shared_ptr<Workspace> workspace_;
-    std::shared_ptr<Tappability> tappability_;
     AppDirectory directory_;
+    UntappableApps untappable_;
     std::map<std::string, std::string> seen_; ///< identifier to name
     Subscription rows_;
 };

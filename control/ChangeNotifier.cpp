@@ -17,6 +17,7 @@ auto observedFields(MixerModel& model)
                     model.callAppNames,
                     model.microphone,
                     model.microphoneUserNames,
+                    model.microphoneUsers,
                     model.callModeSettings,
                     model.rememberedApps);
 }

@@ -25,14 +25,25 @@ InstanceClaim::Outcome InstanceClaim::claim()
     return reply.value() == Interface::ServiceRegistered ? Outcome::claimed : Outcome::taken;
 }
 
-bool InstanceClaim::reopenOther()
+QString InstanceClaim::askOther(Request request, const QString& activationToken)
 {
+    if (request == Request::none) {
+        return {};
+    }
     constexpr int patience = 5000; // milliseconds; the other may be busy starting
-    auto message =
-        QDBusMessage::createMethodCall(bus::service, bus::path, bus::interface, "Reopen");
+    auto message = QDBusMessage::createMethodCall(
+        bus::service, bus::path, bus::interface, request == Request::show ? "Show" : "Reopen");
+    if (request == Request::show) {
+        message << activationToken;
+    }
     message.setAutoStartService(false);
     const auto reply = connection_.call(message, QDBus::Block, patience);
-    return reply.type() == QDBusMessage::ReplyMessage;
+    if (reply.type() == QDBusMessage::ReplyMessage) {
+        return {};
+    }
+    return reply.errorName() == bus::error::notSupported
+               ? reply.errorMessage()
+               : "another instance runs but does not answer.";
 }
 
 } // namespace fadewell

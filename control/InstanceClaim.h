@@ -24,8 +24,16 @@ public:
     /// bus already.
     [[nodiscard]] Outcome claim();
 
-    /// Tells the running instance that the program was started again; false when it didn't answer.
-    [[nodiscard]] bool reopenOther();
+    /// What a further start of the program asks of the running instance.
+    enum class Request {
+        none,
+        reopen,
+        show
+    };
+
+    /// Empty when the running instance does what it is asked; otherwise why it doesn't, for people.
+    /// The token lets its window take the keyboard; empty where the desktop has no such thing.
+    [[nodiscard]] QString askOther(Request request, const QString& activationToken);
 
 private:
     QDBusConnection connection_;

@@ -10,11 +10,14 @@ namespace {
 BusReply describe(const MixerModel& model)
 {
     const auto& state = model.microphone.get();
-    const MicrophoneEntry entry{state.deviceName,
-                                state.volume,
-                                state.isMuted,
-                                state.canMute,
-                                model.microphoneUserNames.get()};
+    MicrophoneEntry entry{state.deviceName,
+                          state.volume,
+                          state.isMuted,
+                          state.canMute,
+                          model.microphoneUserNames.get()};
+    for (const auto& user : model.microphoneUsers.get()) {
+        entry.uses.push_back({user.id, user.name, user.since.time_since_epoch().count()});
+    }
     return QVariantList{toBus(entry)};
 }
 

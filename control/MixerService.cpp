@@ -2,10 +2,14 @@
 
 #include "control/AppCatalog.h"
 #include "control/AppMethods.h"
+#include "control/BusArguments.h"
 #include "control/BusObject.h"
 #include "control/CallMethods.h"
 #include "control/ChangeNotifier.h"
+#include "control/LoginItemMethods.h"
 #include "control/MicrophoneMethods.h"
+#include "control/PermissionMethods.h"
+#include "control/ShortcutMethods.h"
 #include "control/values/BusNames.h"
 #include "control/values/BusValues.h"
 
@@ -44,6 +48,23 @@ std::vector<BusMethod> lifecycleMethods(const MixerService::Parts& parts)
     };
 }
 
+/// Opens the mixer, after the caller was answered like with the others.
+BusMethod showMethod(const MixerService::Parts& parts)
+{
+    const auto handle = [queue = parts.mainQueue, show = parts.show](const auto& args) -> BusReply {
+        const auto token = boundedText(args[0]);
+        if (!token) {
+            return textTooLong();
+        }
+        if (!show) {
+            return BusError{bus::error::notSupported, "Fadewell runs without a display."};
+        }
+        queue->async([show, text = QString::fromStdString(*token)] { show(text); });
+        return QVariantList{};
+    };
+    return {"Show", {{"activationToken", "s"}}, {}, handle};
+}
+
 std::vector<BusMethod> allMethods(const MixerService::Parts& parts)
 {
     const auto catalog =
@@ -51,7 +72,11 @@ std::vector<BusMethod> allMethods(const MixerService::Parts& parts)
     auto methods = appMethods(parts.model, catalog);
     append(methods, microphoneMethods(parts.model));
     append(methods, callMethods(parts.model, catalog));
+    append(methods, shortcutMethods(parts.model));
+    append(methods, permissionMethods(parts.isCapturePermitted));
+    append(methods, loginItemMethods(parts.loginItem));
     append(methods, lifecycleMethods(parts));
+    methods.push_back(showMethod(parts));
     return methods;
 }
 

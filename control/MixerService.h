@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/LoginItem.h"
 #include "app/MixerModel.h"
 #include "app/Workspace.h"
 #include "audio/Tappability.h"
@@ -21,10 +22,14 @@ public:
         std::shared_ptr<MixerModel> model;
         std::shared_ptr<SerialQueue> mainQueue;
         std::shared_ptr<Workspace> workspace;
-        std::shared_ptr<Tappability> tappability; ///< may be absent
+        std::shared_ptr<Tappability> tappability;   ///< may be absent
+        std::shared_ptr<LoginItem> loginItem{};     ///< may be absent
+        std::function<bool()> isCapturePermitted{}; ///< may be absent; asks anew
         std::string version;
         std::function<void()> quit;     ///< called on the main queue after the caller was answered
         std::function<void()> reopened; ///< the program was started once more
+        /// Opens the mixer; the token lets it take the keyboard. Empty where there is no display.
+        std::function<void(const QString& activationToken)> show{};
     };
 
     MixerService(QDBusConnection connection, Parts parts);

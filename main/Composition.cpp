@@ -22,7 +22,8 @@ std::shared_ptr<MixerModel> makeModel(const Platform& platform,
          .devices = DeviceMonitor::create(engine),
          .taps = TapManager::create(engine),
          .microphoneController = MicrophoneController::create(engine, platform.defaults),
-         .store = std::make_shared<AppSettingsStore>(platform.defaults)});
+         .store = std::make_shared<AppSettingsStore>(platform.defaults),
+         .startGate = platform.startGate});
 }
 
 } // namespace
@@ -32,9 +33,30 @@ Composition::Composition(Platform platform,
                          std::shared_ptr<Clock> clock,
                          QueueFactory makeQueue)
     : platform_(std::move(platform))
-    , model_(makeModel(platform_, std::move(mainQueue), std::move(clock), std::move(makeQueue)))
+    , model_(makeModel(platform_, mainQueue, clock, makeQueue))
+    , loginItem_(platform_.loginItemService
+                     ? std::make_shared<LoginItem>(platform_.loginItemService)
+                     : nullptr)
+    , audioAccess_(std::make_shared<AudioAccess>(
+          EngineContext{
+              platform_.hardware, platform_.processLookup, std::move(clock), std::move(makeQueue)},
+          mainQueue))
+    , shortcuts_(shortcuts::KeyboardShortcuts::create(
+          std::move(mainQueue), platform_.defaults, platform_.hotKeys))
     , delegate_(model_, platform_.hardware, platform_.defaults)
-{}
+{
+    delegate_.setShortcuts(shortcuts_);
+}
+
+void Composition::setWindows(std::shared_ptr<AppWindows> windows)
+{
+    delegate_.setWindows(std::move(windows));
+}
+
+void Composition::reopen()
+{
+    delegate_.applicationShouldHandleReopen();
+}
 
 void Composition::launch(const std::function<void()>& installSignalHandlers)
 {

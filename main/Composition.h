@@ -1,10 +1,13 @@
 #pragma once
 
 #include "app/AppDelegate.h"
+#include "app/AudioAccess.h"
+#include "app/LoginItem.h"
 #include "app/MixerModel.h"
 #include "base/Clock.h"
 #include "base/SerialQueue.h"
 #include "main/Platform.h"
+#include "shortcuts/KeyboardShortcuts.h"
 
 #include <functional>
 #include <memory>
@@ -20,7 +23,20 @@ public:
                 QueueFactory makeQueue);
 
     [[nodiscard]] const std::shared_ptr<MixerModel>& model() const { return model_; }
+    /// Absent where the platform has no login items.
+    [[nodiscard]] const std::shared_ptr<LoginItem>& loginItem() const { return loginItem_; }
+    [[nodiscard]] const std::shared_ptr<AudioAccess>& audioAccess() const { return audioAccess_; }
     [[nodiscard]] const Platform& platform() const { return platform_; }
+    [[nodiscard]] const std::shared_ptr<shortcuts::KeyboardShortcuts>& shortcuts() const
+    {
+        return shortcuts_;
+    }
+
+    /// Before `launch`; without a display there are none.
+    void setWindows(std::shared_ptr<AppWindows> windows);
+
+    /// The program was started once more.
+    void reopen();
 
     /// Cleans up after an earlier run and begins; only for the one running instance.
     void launch(const std::function<void()>& installSignalHandlers);
@@ -31,6 +47,9 @@ public:
 private:
     Platform platform_;
     std::shared_ptr<MixerModel> model_;
+    std::shared_ptr<LoginItem> loginItem_; ///< may be absent
+    std::shared_ptr<AudioAccess> audioAccess_;
+    std::shared_ptr<shortcuts::KeyboardShortcuts> shortcuts_;
     AppDelegate delegate_;
     bool isRunning_ = false;
 };

@@ -1,25 +1,103 @@
+#include "base/Logger.h"
 #include "main/Platform.h"
+#include "main/QtDescriptorWatch.h"
 #include "platform/linux/FileUserDefaults.h"
 #include "platform/linux/LinuxLogSink.h"
 #include "platform/linux/LinuxProcessLookup.h"
 #include "platform/linux/XdgPaths.h"
 #include "platform/linux/XdgWorkspace.h"
+#include "platform/linux/bus/OnScreenMessages.h"
+#include "platform/linux/bus/PortalHotKeyService.h"
+#include "platform/linux/desktop/Session.h"
+#include "platform/linux/desktop/SwayFrontWindow.h"
+#include "platform/linux/desktop/X11FrontWindow.h"
+#include "platform/linux/hotkeys/X11HotKeyService.h"
 #include "platform/linux/identity/AppIdentities.h"
+#include "platform/linux/login/AutostartItem.h"
 #include "platform/linux/pipewire/PipeWireHardware.h"
+#include "platform/linux/portal/PortalLoginItem.h"
+#include "platform/linux/supervision/Supervisor.h"
+
+#include <QDBusConnection>
+
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+#include <utility>
 
 namespace fadewell {
+namespace {
+
+std::shared_ptr<LinuxHotKeyService> makeHotKeys(const std::shared_ptr<SerialQueue>& mainQueue)
+{
+    const auto display = Session::current().display;
+    if (display == Session::Display::x11) {
+        std::string error;
+        if (auto keys = X11HotKeyService::create({}, mainQueue, qtDescriptorWatch(), error)) {
+            return keys;
+        }
+        Logger("shortcuts").notice("No keyboard shortcuts: {}", error);
+    }
+    if (display == Session::Display::wayland) {
+        // A connection of their own: a portal wants to be told who asks before anything else.
+        const auto bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "portal");
+        return std::make_shared<PortalHotKeyService>(bus);
+    }
+    return std::make_shared<LinuxHotKeyService>();
+}
+
+std::unique_ptr<FrontWindow> makeFrontWindow()
+{
+    const auto session = Session::current();
+    if (session.display == Session::Display::x11) {
+        return std::make_unique<X11FrontWindow>();
+    }
+    return session.swaySocket.empty() ? nullptr
+                                      : std::make_unique<SwayFrontWindow>(session.swaySocket);
+}
+
+bool isFlatpak()
+{
+    std::error_code ignored;
+    return std::filesystem::exists("/.flatpak-info", ignored);
+}
+
+std::optional<std::string> variable(const char* name)
+{
+    const char* const value = std::getenv(name);
+    return value ? std::optional<std::string>(value) : std::nullopt;
+}
+
+} // namespace
 
 std::shared_ptr<LogSink> makeLogSink(bool isVerbose)
 {
     return std::make_shared<LinuxLogSink>(LinuxLogSink::preferredDestination(), isVerbose);
 }
 
+int runSupervised(const std::function<int(const std::shared_ptr<Heartbeat>& heartbeat)>& program)
+{
+    std::optional<Supervisor> supervisor;
+    try {
+        supervisor.emplace();
+    } catch (const std::system_error& error) {
+        Logger("main").error("Runs without a supervisor: {}", error.what());
+        return program(nullptr);
+    }
+    return supervisor->run(program);
+}
+
 std::optional<Platform> makePlatform(const std::shared_ptr<SerialQueue>& mainQueue,
                                      const QueueFactory& makeQueue,
+                                     std::shared_ptr<Heartbeat> heartbeat,
                                      std::string& error)
 {
     const auto identities = std::make_shared<AppIdentities>();
-    const auto hardware = PipeWireHardware::create({}, identities, error);
+    const auto paths = XdgPaths::current();
+    PipeWireHardware::Options options;
+    options.connection.heartbeat = std::move(heartbeat);
+    options.journalFolder = paths.ownRuntimeFolder();
+    const auto hardware = PipeWireHardware::create(std::move(options), identities, error);
     if (!hardware) {
         return std::nullopt;
     }
@@ -27,9 +105,25 @@ std::optional<Platform> makePlatform(const std::shared_ptr<SerialQueue>& mainQue
     platform.hardware = hardware;
     platform.processLookup = std::make_shared<LinuxProcessLookup>(identities);
     platform.tappability = hardware;
-    platform.workspace = std::make_shared<XdgWorkspace>(identities, mainQueue);
-    platform.defaults = std::make_shared<FileUserDefaults>(XdgPaths::current().settingsFile(),
+    platform.startGate = hardware;
+    platform.soundServer = hardware;
+    const auto workspace = std::make_shared<XdgWorkspace>(identities, mainQueue, makeFrontWindow());
+    platform.workspace = workspace;
+    platform.defaults = std::make_shared<FileUserDefaults>(paths.settingsFile(),
+                                                           paths.ownRuntimeFolder() /
+                                                               paths.settingsFile().filename(),
                                                            makeQueue("app.fadewell.defaults"));
+    const auto messages =
+        std::make_shared<OnScreenMessages>(QDBusConnection::sessionBus(), platform.defaults);
+    workspace->onAnnounced([messages](std::string_view text) { messages->show(text); });
+    platform.hotKeys = makeHotKeys(mainQueue);
+    if (isFlatpak()) {
+        platform.loginItemService =
+            std::make_shared<PortalLoginItem>(QDBusConnection::sessionBus(), platform.defaults);
+    } else {
+        platform.loginItemService =
+            std::make_shared<AutostartItem>(AutostartItem::Place::current(paths, variable));
+    }
     return platform;
 }
 

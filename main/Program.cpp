@@ -1,5 +1,6 @@
 #include "main/Program.h"
 
+#include "audio/AudioPermission.h"
 #include "base/SystemClock.h"
 #include "base/ThreadQueue.h"
 #include "control/QtMainQueue.h"
@@ -9,6 +10,7 @@
 #include <QStandardPaths>
 
 #include <cstdio>
+#include <cstdlib>
 #include <utility>
 
 namespace fadewell {
@@ -16,6 +18,21 @@ namespace {
 
 constexpr int succeeded = 0;
 constexpr int failed = 1;
+
+/// Who starts a program passes on the right to take the keyboard in it; Qt uses it for the next
+/// window.
+constexpr const char* activationToken = "XDG_ACTIVATION_TOKEN";
+
+/// Running, with windows.
+Composition* onDisplay = nullptr;
+
+/// Qt ends the program on the spot when the display has gone; the sound is left clean all the same.
+void leaveDisplay()
+{
+    if (auto* composition = std::exchange(onDisplay, nullptr)) {
+        composition->terminate();
+    }
+}
 
 int sayThatItRuns()
 {
@@ -25,11 +42,16 @@ int sayThatItRuns()
 
 } // namespace
 
-Program::Program(Options options, TerminationSignals& termination)
+Program::Program(Options options,
+                 TerminationSignals& termination,
+                 std::shared_ptr<Heartbeat> heartbeat,
+                 WindowsFactory makeWindows)
     : options_(options)
     , termination_(termination)
+    , heartbeat_(std::move(heartbeat))
     , bus_(QDBusConnection::sessionBus())
     , claim_(bus_)
+    , windowsFactory_(std::move(makeWindows))
 {}
 
 int Program::run()
@@ -43,8 +65,10 @@ int Program::run()
     if (const auto status = goOnBus()) {
         return *status;
     }
+    makeWindows();
     launch();
     const int status = QCoreApplication::exec();
+    onDisplay = nullptr;
     composition_->terminate();
     log_.notice("Ended");
     return status;
@@ -73,11 +97,16 @@ std::optional<int> Program::lockWithoutBus()
 
 int Program::tellOther()
 {
-    if (!claim_.reopenOther()) {
-        std::fputs("fadewell: another instance runs but does not answer.\n", stderr);
+    using Request = InstanceClaim::Request;
+    const auto request = options_.isShowing      ? Request::show
+                         : options_.isBackground ? Request::none
+                                                 : Request::reopen;
+    const auto problem = claim_.askOther(request, qEnvironmentVariable(activationToken));
+    if (!problem.isEmpty()) {
+        std::fprintf(stderr, "fadewell: %s\n", qUtf8Printable(problem));
         return failed;
     }
-    return sayThatItRuns();
+    return options_.isShowing ? succeeded : sayThatItRuns();
 }
 
 bool Program::compose()
@@ -88,7 +117,7 @@ bool Program::compose()
     };
     mainQueue_ = std::make_shared<QtMainQueue>(clock);
     std::string error;
-    auto platform = makePlatform(mainQueue_, makeQueue, error);
+    auto platform = makePlatform(mainQueue_, makeQueue, heartbeat_, error);
     if (!platform) {
         log_.info("Can't start: {}", error); // For the journal; people read the next line.
         std::fprintf(stderr, "fadewell: can't start: %s\n", error.c_str());
@@ -104,18 +133,7 @@ std::optional<int> Program::goOnBus()
     if (!bus_.isConnected()) {
         return std::nullopt;
     }
-    service_ = std::make_unique<MixerService>(
-        bus_,
-        MixerService::Parts{.model = composition_->model(),
-                            .mainQueue = mainQueue_,
-                            .workspace = composition_->platform().workspace,
-                            .tappability = composition_->platform().tappability,
-                            .version = FADEWELL_VERSION,
-                            .quit = [] { QCoreApplication::quit(); },
-                            .reopened =
-                                [log = log_] {
-                                    log.notice("Started again while running");
-                                }});
+    service_ = std::make_unique<MixerService>(bus_, serviceParts());
     const bool isPublished = service_->publish();
     const auto outcome = claim_.claim();
     if (outcome == InstanceClaim::Outcome::taken) {
@@ -125,6 +143,64 @@ std::optional<int> Program::goOnBus()
         log_.error("The session bus refused the name: fadewellctl can't reach this instance");
     }
     return std::nullopt;
+}
+
+MixerService::Parts Program::serviceParts()
+{
+    MixerService::Parts parts;
+    parts.model = composition_->model();
+    parts.mainQueue = mainQueue_;
+    parts.workspace = composition_->platform().workspace;
+    parts.tappability = composition_->platform().tappability;
+    parts.loginItem = composition_->loginItem();
+    parts.isCapturePermitted = [hardware = composition_->platform().hardware] {
+        return AudioPermission::check(*hardware);
+    };
+    parts.version = FADEWELL_VERSION;
+    parts.quit = [] {
+        QCoreApplication::quit();
+    };
+    parts.reopened = [this] {
+        log_.notice("Started again while running");
+        composition_->reopen();
+    };
+    if (windowsFactory_) {
+        parts.show = [this](const QString& token) {
+            showPanel(token);
+        };
+    }
+    return parts;
+}
+
+void Program::makeWindows()
+{
+    if (!windowsFactory_) {
+        return;
+    }
+    const auto& platform = composition_->platform();
+    WindowsParts parts;
+    parts.model = composition_->model();
+    parts.mainQueue = mainQueue_;
+    parts.workspace = platform.workspace;
+    parts.tappability = platform.tappability;
+    parts.defaults = platform.defaults;
+    parts.loginItem = composition_->loginItem();
+    parts.audioAccess = composition_->audioAccess();
+    parts.soundServer = platform.soundServer;
+    parts.shortcuts = composition_->shortcuts();
+    parts.quit = [] {
+        QCoreApplication::quit();
+    };
+    windows_ = windowsFactory_(parts);
+    composition_->setWindows(windows_);
+}
+
+void Program::showPanel(const QString& token)
+{
+    if (!token.isEmpty()) {
+        qputenv(activationToken, token.toUtf8());
+    }
+    windows_->show(AppWindow::panel);
 }
 
 void Program::launch()
@@ -138,8 +214,15 @@ void Program::launch()
             QCoreApplication::exit(succeeded);
         });
     });
-    if (!options_.isHeadless && !options_.isBackground) {
-        log_.notice("Running without a window; fadewellctl drives it");
+    if (windows_) {
+        onDisplay = composition_.get();
+        std::atexit(leaveDisplay);
+    }
+    if (options_.isShowing && windows_) {
+        windows_->show(AppWindow::panel);
+    }
+    if (!windows_ && !options_.isHeadless) {
+        log_.notice("No display: runs without windows; fadewellctl drives it");
     }
     log_.notice("Running");
 }

@@ -7,6 +7,7 @@
 #include "main/Composition.h"
 #include "main/Options.h"
 #include "main/TerminationSignals.h"
+#include "main/WindowsFactory.h"
 
 #include <QDBusConnection>
 #include <QLockFile>
@@ -19,7 +20,11 @@ namespace fadewell {
 /// One run of fadewell, from the start to the exit status. [main thread]
 class Program final {
 public:
-    Program(Options options, TerminationSignals& termination);
+    /// `heartbeat` may be absent: nobody watches then. `makeWindows` is empty without a display.
+    Program(Options options,
+            TerminationSignals& termination,
+            std::shared_ptr<Heartbeat> heartbeat,
+            WindowsFactory makeWindows = {});
 
     /// Needs a QCoreApplication; returns the exit status.
     [[nodiscard]] int run();
@@ -31,10 +36,14 @@ private:
     [[nodiscard]] bool compose();
     [[nodiscard]] std::optional<int> goOnBus();
     [[nodiscard]] int tellOther();
+    [[nodiscard]] MixerService::Parts serviceParts();
+    void makeWindows();
+    void showPanel(const QString& activationToken);
     void launch();
 
     Options options_;
     TerminationSignals& termination_;
+    std::shared_ptr<Heartbeat> heartbeat_;
     Logger log_{"main"};
     QDBusConnection bus_;
     InstanceClaim claim_;
@@ -42,6 +51,8 @@ private:
     std::shared_ptr<SerialQueue> mainQueue_;
     std::unique_ptr<Composition> composition_;
     std::unique_ptr<MixerService> service_;
+    WindowsFactory windowsFactory_;
+    std::shared_ptr<AppWindows> windows_; ///< absent without a display
 };
 
 } // namespace fadewell

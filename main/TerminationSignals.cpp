@@ -36,9 +36,13 @@ TerminationSignals::TerminationSignals()
     action.sa_handler = noteSignal;
     action.sa_flags = SA_RESTART;
     sigemptyset(&action.sa_mask);
+    sigset_t blocked;
+    sigemptyset(&blocked);
     for (const int signal : handled) {
         sigaction(signal, &action, nullptr);
+        sigaddset(&blocked, signal);
     }
+    sigprocmask(SIG_UNBLOCK, &blocked, nullptr);
 }
 
 TerminationSignals::~TerminationSignals()

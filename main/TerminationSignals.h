@@ -9,8 +9,9 @@ namespace fadewell {
 
 /// Turns SIGTERM, SIGINT and SIGHUP into calls on the main thread.
 ///
-/// From construction on they no longer kill the process; one that comes before `deliver` waits for
-/// it. Construct it before any thread starts, once in a program. [main thread]
+/// From construction on they no longer kill the process, nor are they blocked; one that comes
+/// before `deliver` waits for it. Construct it before any thread starts, once in a program. [main
+/// thread]
 class TerminationSignals final {
 public:
     /// Throws std::system_error when the system has no descriptors left.

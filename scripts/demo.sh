@@ -35,8 +35,49 @@ start_apps() {
         >>"$log/podcast.log" 2>&1 &
 }
 
+# Where nobody has a screen: one that only pictures are taken of, of the mixer and not of the welcome.
+start_screen() {
+    mkdir -p "$XDG_CONFIG_HOME/fadewell"
+    echo '{"hasCompletedOnboarding": {"type": "boolean", "value": true}}' >"$XDG_CONFIG_HOME/fadewell/settings.json"
+    Xvfb -displayfd 1 -screen 0 320x380x24 -nolisten tcp >"$FADEWELL_SESSION/display" 2>"$log/screen.log" &
+    SECONDS=0
+    until [[ -s $FADEWELL_SESSION/display ]]; do
+        ((SECONDS < 10)) || fail 'no screen for the pictures (Xvfb)'
+        sleep 0.1
+    done
+    DISPLAY=:$(<"$FADEWELL_SESSION/display")
+    export DISPLAY QT_QUICK_BACKEND=software
+}
+
+# picture NAME: of that screen, once two looks at it show the same.
+picture() {
+    local file=$pictures/$1.png last='' now
+    SECONDS=0
+    while now=$(scrot --overwrite --quality 20 "$file" 2>/dev/null && cksum <"$file") && [[ $now != "$last" ]]; do
+        last=$now
+        ((SECONDS < 10)) || break
+        sleep 0.7
+    done
+    [[ -s $file ]] || fail "no picture of the screen could be taken: see $log/fadewell.log"
+}
+
+take_pictures() {
+    local control=build/bin/fadewellctl
+    mkdir -p "$pictures"
+    until [[ $($control apps --json 2>/dev/null | grep -c '"isPlaying": true') -ge 3 ]] || ((SECONDS > 15)); do
+        sleep 0.2
+    done
+    {
+        $control volume Music 70% && $control volume Radio 35% && $control output Radio Headphones
+    } >/dev/null || fail 'the demo apps do not answer'
+    picture mixer
+    $control call-mode on >/dev/null && $control microphone off >/dev/null
+    picture call-mode
+    $control call-mode auto >/dev/null && $control microphone on >/dev/null
+}
+
 start_fadewell() {
-    build/bin/fadewell --headless >"$log/fadewell.log" 2>&1 &
+    build/bin/fadewell --show >"$log/fadewell.log" 2>&1 &
     fadewell=$!
     SECONDS=0
     until timeout 5 build/bin/fadewellctl apps >/dev/null 2>&1; do
@@ -67,12 +108,19 @@ finish() {
     done
 }
 
-fadewell='' table=''
+fadewell='' table='' pictures=$PWD/build/pictures
 trap finish EXIT
 trap 'exit 0' INT TERM HUP
 start_apps
+hasScreen=${WAYLAND_DISPLAY-}${DISPLAY-}
+[[ -n $hasScreen ]] || start_screen
 start_fadewell
+[[ -n $hasScreen ]] || take_pictures
 write_control
+[[ -n $hasScreen ]] || {
+    echo 'There is no display here; this is what the mixer looks like:'
+    printf '    %s\n' "$pictures"/*.png ''
+}
 cat <<TEXT
 The demo session runs: three apps play, on outputs that nobody hears. In another terminal:
     $control volume Music 40%

@@ -79,6 +79,12 @@ Output output(const MixerClient& client, const std::string& app, const std::stri
     return show(client, chosen);
 }
 
+Output stepFrontmost(const MixerClient& client, bool isRaising)
+{
+    const auto answer = client.call(isRaising ? "RaiseFrontmost" : "LowerFrontmost");
+    return show(client, {answer.value(0).toString().toStdString(), {}});
+}
+
 Output forget(const MixerClient& client, const std::string& app)
 {
     const auto chosen = chooseApp(client, app);

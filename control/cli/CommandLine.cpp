@@ -23,6 +23,8 @@ struct Typed {
     CallSettingsChange callSettings{};
     /// Prints by itself when it answers nothing.
     std::function<std::optional<Output>(const MixerClient&)> command{};
+    /// Set for a command that needs no running program.
+    std::function<Output()> offline{};
 };
 
 using Command = std::function<Output(const MixerClient&)>;
@@ -158,8 +160,52 @@ void addCallSettings(CLI::App& app, Typed& typed)
     command->add_option("--include", change.include, "A call app that is to count again");
 }
 
+// What the keyboard shortcuts do, by the same names: for desktops that start commands by a key.
+void addShortcuts(CLI::App& app, Typed& typed)
+{
+    add(app,
+        typed,
+        "toggle-microphone",
+        "Turn the microphone on or off",
+        "  fadewellctl toggle-microphone",
+        [](const auto& client) { return microphone(client, "toggle", ""); });
+    add(app,
+        typed,
+        "toggle-call-mode",
+        "Turn call mode on or off",
+        "  fadewellctl toggle-call-mode",
+        [](const auto& client) { return callMode(client, "toggle"); });
+    add(app,
+        typed,
+        "raise-frontmost",
+        "Turn up the app in front",
+        "  fadewellctl raise-frontmost",
+        [](const auto& client) { return stepFrontmost(client, true); });
+    add(app,
+        typed,
+        "lower-frontmost",
+        "Turn down the app in front",
+        "  fadewellctl lower-frontmost",
+        [](const auto& client) { return stepFrontmost(client, false); });
+}
+
 void addRest(CLI::App& app, Typed& typed)
 {
+    add(app,
+        typed,
+        "permission",
+        "Show whether Fadewell may change other programs' sound",
+        "  fadewellctl permission",
+        permission);
+    add(app,
+        typed,
+        "login-item",
+        "Show or choose whether Fadewell starts with your session",
+        "  fadewellctl login-item\n  fadewellctl login-item on",
+        [&](const auto& client) { return loginItem(client, typed.action); })
+        ->add_option("ACTION", typed.action, "on or off")
+        ->check(CLI::IsMember({"on", "off"}));
+    add(app, typed, "show", "Open the mixer", "  fadewellctl show", show);
     add(app, typed, "quit", "End Fadewell", "  fadewellctl quit", quit);
     auto* watcher = add(app,
                         typed,
@@ -185,6 +231,21 @@ void addRest(CLI::App& app, Typed& typed)
         ->check(CLI::IsMember({"apps", "outputs", "call-apps"}));
 }
 
+void addDoctor(CLI::App& app, Typed& typed, const std::string& version, const Diagnose& diagnose)
+{
+    auto* command = add(app,
+                        typed,
+                        "doctor",
+                        "Say what works on this machine and what doesn't, and why",
+                        "  fadewellctl doctor\n  fadewellctl doctor --json",
+                        {});
+    command->callback([&typed, version, diagnose] {
+        typed.offline = [version, diagnose] {
+            return doctor(version, diagnose);
+        };
+    });
+}
+
 void build(CLI::App& app, Typed& typed, const std::string& version)
 {
     app.name("fadewellctl");
@@ -207,13 +268,19 @@ void build(CLI::App& app, Typed& typed, const std::string& version)
     addMicrophone(app, typed);
     addCallMode(app, typed);
     addCallSettings(app, typed);
+    addShortcuts(app, typed);
     addRest(app, typed);
+}
+
+std::optional<Output> carryOut(const Typed& typed)
+{
+    return typed.offline ? typed.offline()
+                         : typed.command(MixerClient(QDBusConnection::sessionBus()));
 }
 
 int execute(const Typed& typed)
 {
-    const MixerClient client(QDBusConnection::sessionBus());
-    if (const auto output = typed.command(client)) {
+    if (const auto output = carryOut(typed)) {
         const auto text = typed.isJson ? dump(output->json, 2) + '\n' : output->text;
         std::fputs(text.c_str(), stdout);
     }
@@ -222,11 +289,12 @@ int execute(const Typed& typed)
 
 } // namespace
 
-int run(int argc, const char* const* argv, const std::string& version)
+int run(int argc, const char* const* argv, const std::string& version, const Diagnose& diagnose)
 {
     CLI::App app("Gives every app its own volume: the command line of Fadewell.");
     Typed typed;
     build(app, typed, version);
+    addDoctor(app, typed, version, diagnose);
     try {
         app.parse(argc, argv);
         return execute(typed);

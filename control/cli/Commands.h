@@ -34,6 +34,9 @@ microphone(const MixerClient& client, const std::string& action, const std::stri
 /// An empty mode only shows.
 [[nodiscard]] Output callMode(const MixerClient& client, const std::string& mode);
 
+/// Moves the volume of the app in front by one step.
+[[nodiscard]] Output stepFrontmost(const MixerClient& client, bool isRaising);
+
 /// Changes of the call settings; what is empty stays as it is.
 struct CallSettingsChange {
     std::string automatic{}; ///< "on" or "off"
@@ -42,6 +45,15 @@ struct CallSettingsChange {
     std::vector<std::string> include{};
 };
 [[nodiscard]] Output callSettings(const MixerClient& client, const CallSettingsChange& change);
+
+/// Opens the mixer of the running program.
+[[nodiscard]] Output show(const MixerClient& client);
+
+/// Whether the sound server lets Fadewell work, asked now.
+[[nodiscard]] Output permission(const MixerClient& client);
+
+/// Starting with the session: `action` is "on", "off" or, to show it, empty.
+[[nodiscard]] Output loginItem(const MixerClient& client, const std::string& action);
 
 /// Ends the program and returns when it has gone.
 [[nodiscard]] Output quit(const MixerClient& client);

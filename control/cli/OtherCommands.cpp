@@ -11,7 +11,9 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <ctime>
 #include <fmt/format.h>
+#include <map>
 
 namespace fadewell::cli {
 namespace {
@@ -52,7 +54,7 @@ Output microphone(const MixerClient& client, const std::string& action, const st
         client.call("SetMicrophoneVolume", {microphoneLevel(client, value)});
     }
     const auto entry = client.entry<MicrophoneEntry>("Microphone");
-    return {toJson(entry), microphoneLine(entry)};
+    return {toJson(entry), microphoneLine(entry) + microphoneUses(entry, std::time(nullptr))};
 }
 
 Output callMode(const MixerClient& client, const std::string& mode)
@@ -84,6 +86,40 @@ Output callSettings(const MixerClient& client, const CallSettingsChange& change)
     }
     const auto entry = client.entry<CallModeEntry>("CallMode");
     return {toJson(entry), callSettingsText(entry)};
+}
+
+Output show(const MixerClient& client)
+{
+    client.call("Show", {qEnvironmentVariable("XDG_ACTIVATION_TOKEN")});
+    return {OrderedJson{{"isShown", true}}, ""};
+}
+
+Output permission(const MixerClient& client)
+{
+    const bool isAllowed = client.call("CheckPermission").value(0).toBool();
+    return {OrderedJson{{"isAllowed", isAllowed}},
+            isAllowed ? "Fadewell may change other programs' sound.\n"
+                      : "Fadewell may not change other programs' sound: the sound server restricts "
+                        "it. See \"fadewellctl doctor\".\n"};
+}
+
+Output loginItem(const MixerClient& client, const std::string& action)
+{
+    static const std::map<std::string, const char*> texts{
+        {"notRegistered", "Fadewell doesn't start with your session.\n"},
+        {"enabled", "Fadewell starts with your session.\n"},
+        {"requiresApproval",
+         "Fadewell is to start with your session, but that is switched off or not yet allowed in "
+         "the desktop's own settings.\n"},
+        {"notFound",
+         "Fadewell can't start with your session: there is no place to say so, or the "
+         "program is not where it was.\n"}};
+    const auto reply =
+        action.empty() ? client.call("LoginItem") : client.call("SetLoginItem", {action == "on"});
+    const auto status = reply.value(0).toString().toStdString();
+    const auto text = texts.find(status);
+    return {OrderedJson{{"status", status}},
+            text == texts.end() ? plainText(status) + '\n' : text->second};
 }
 
 Output quit(const MixerClient& client)

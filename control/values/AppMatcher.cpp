@@ -100,9 +100,7 @@ std::vector<NamedItem> AppMatcher::nearest(std::string_view query) const
             ranked.emplace_back(distance, &item);
         }
     }
-    std::stable_sort(ranked.begin(), ranked.end(), [](const auto& left, const auto& right) {
-        return left.first < right.first;
-    });
+    std::sort(ranked.begin(), ranked.end()); // Equally near ones stay in the items' order.
     std::vector<NamedItem> result;
     for (std::size_t index = 0; index < std::min(ranked.size(), mostSuggestions); ++index) {
         result.push_back(*ranked[index].second);

@@ -129,7 +129,8 @@ BusMap toBus(const MicrophoneEntry& microphone)
 {
     BusMap map{{"isMuted", microphone.isMuted},
                {"canMute", microphone.canMute},
-               {"users", toQStringList(microphone.users)}};
+               {"users", toQStringList(microphone.users)},
+               {"uses", QVariant::fromValue(toBusList(microphone.uses))}};
     insert(map, "deviceName", microphone.deviceName);
     if (microphone.volume) {
         map.insert("volume", *microphone.volume);
@@ -143,9 +144,24 @@ void fromBus(const BusMap& map, MicrophoneEntry& microphone)
     read(map, "isMuted", microphone.isMuted);
     read(map, "canMute", microphone.canMute);
     read(map, "users", microphone.users);
+    microphone.uses = fromBusList<MicrophoneUseEntry>(qdbus_cast<BusMapList>(map.value("uses")));
     if (map.contains("volume")) {
         microphone.volume = map.value("volume").toDouble();
     }
+}
+
+BusMap toBus(const MicrophoneUseEntry& use)
+{
+    return {{"id", variant(use.id)},
+            {"name", variant(use.name)},
+            {"since", QVariant::fromValue(qlonglong{use.since})}};
+}
+
+void fromBus(const BusMap& map, MicrophoneUseEntry& use)
+{
+    read(map, "id", use.id);
+    read(map, "name", use.name);
+    use.since = map.value("since").toLongLong();
 }
 
 BusMap toBus(const CallModeEntry& callMode)

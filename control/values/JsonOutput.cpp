@@ -41,13 +41,19 @@ OrderedJson toJson(const OutputEntry& output)
             {"isDefault", output.isDefault}};
 }
 
+OrderedJson toJson(const MicrophoneUseEntry& use)
+{
+    return {{"id", use.id}, {"name", use.name}, {"since", use.since}};
+}
+
 OrderedJson toJson(const MicrophoneEntry& microphone)
 {
     return {{"deviceName", orNull(microphone.deviceName)},
             {"volume", orNull(microphone.volume)},
             {"isMuted", microphone.isMuted},
             {"canMute", microphone.canMute},
-            {"users", microphone.users}};
+            {"users", microphone.users},
+            {"uses", toJsonArray(microphone.uses)}};
 }
 
 OrderedJson toJson(const CallModeEntry& callMode)

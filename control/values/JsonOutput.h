@@ -17,6 +17,7 @@ using OrderedJson = nlohmann::ordered_json;
 [[nodiscard]] OrderedJson toJson(const AppEntry& app);
 [[nodiscard]] OrderedJson toJson(const OutputEntry& output);
 [[nodiscard]] OrderedJson toJson(const MicrophoneEntry& microphone);
+[[nodiscard]] OrderedJson toJson(const MicrophoneUseEntry& use);
 [[nodiscard]] OrderedJson toJson(const CallModeEntry& callMode);
 
 template <class Entry>

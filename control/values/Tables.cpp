@@ -4,6 +4,9 @@
 #include "control/values/PlainText.h"
 #include "control/values/TextTable.h"
 
+#include <algorithm>
+#include <ctime>
+#include <fmt/chrono.h>
 #include <fmt/format.h>
 #include <map>
 
@@ -48,7 +51,8 @@ std::string untappableText(const std::string& reason)
         {"unmanaged", "connects itself, can't be controlled"},
         {"passthrough", "sends encoded sound, can't be controlled"},
         {"exclusive", "holds its device for itself, can't be controlled"},
-        {"pinned", "asks not to be moved, can't be controlled"}};
+        {"pinned", "asks not to be moved, can't be controlled"},
+        {"contested", "is kept elsewhere by another program, can't be controlled"}};
     const auto found = texts.find(reason);
     return found == texts.end() ? "can't be controlled" : found->second;
 }
@@ -113,6 +117,24 @@ std::string microphoneLine(const MicrophoneEntry& microphone)
         text += ", used by " + plainText(localizedList(microphone.users));
     }
     return text + '\n';
+}
+
+std::string microphoneUses(const MicrophoneEntry& microphone, std::int64_t now)
+{
+    std::string text;
+    for (const auto& use : microphone.uses) {
+        const auto began = static_cast<std::time_t>(use.since);
+        const auto seconds = std::max<std::int64_t>(now - use.since, 0);
+        std::tm local{};
+        localtime_r(&began, &local);
+        text += fmt::format("  {} since {:%H:%M:%S}, {}:{:02}:{:02}\n",
+                            plainText(use.name),
+                            local,
+                            seconds / 3600,
+                            seconds / 60 % 60,
+                            seconds % 60);
+    }
+    return text;
 }
 
 std::string callModeLine(const CallModeEntry& callMode)

@@ -5,6 +5,7 @@
 #include "control/values/MicrophoneEntry.h"
 #include "control/values/OutputEntry.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,9 @@ namespace fadewell {
 
 /// One line about an app: its name, volume, mute and output.
 [[nodiscard]] std::string appLine(const AppEntry& app);
+/// A line for each app that uses the microphone, with the time in the user's own zone and how long
+/// that has been at `now` (seconds since 1970).
+[[nodiscard]] std::string microphoneUses(const MicrophoneEntry& microphone, std::int64_t now);
 [[nodiscard]] std::string microphoneLine(const MicrophoneEntry& microphone);
 [[nodiscard]] std::string callModeLine(const CallModeEntry& callMode);
 [[nodiscard]] std::string callSettingsText(const CallModeEntry& callMode);

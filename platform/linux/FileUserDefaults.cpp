@@ -24,13 +24,17 @@ struct FileUserDefaults::State {
         std::optional<SettingsFormat::Document> stored;
     };
 
-    explicit State(const std::filesystem::path& path)
+    State(const std::filesystem::path& path, const std::filesystem::path& sparePath)
         : file(path)
+        , spare(sparePath)
     {}
 
     // The file is touched by the constructor and then on the writer's queue only.
     void load();
+    void takeUnsaved();
     void save();
+    void keepUnsaved();
+    void dropUnsaved();
     Found readOrSetAside();
     void adopt(SettingsFormat::Document stored, const Changes& own);
     std::optional<std::string> merge(const Changes& own);
@@ -39,8 +43,10 @@ struct FileUserDefaults::State {
 
     const Logger log{"settings"};
     const SettingsFile file;
+    const SettingsFile spare; ///< the keys that the file lacks; one that was removed is null
     SettingsFile::Version known{.size = -2}; ///< what memory agrees with; at first, nothing
     bool hasFailed = false;
+    bool hasUnsaved = false; ///< there is a spare file
 
     std::mutex mutex; // All below.
     SettingsFormat::Document entries;
@@ -58,6 +64,46 @@ void FileUserDefaults::State::load()
     const auto lock = file.lock(reason);
     if (auto found = readOrSetAside(); found.stored) {
         entries = std::move(*found.stored);
+    }
+}
+
+void FileUserDefaults::State::takeUnsaved()
+{
+    const auto contents = spare.read();
+    hasUnsaved = contents.outcome != SettingsFile::Outcome::missing;
+    auto unsaved = SettingsFormat::read(contents.bytes).value_or(SettingsFormat::Document());
+    for (auto& [key, entry] : unsaved) {
+        changes.insert(key);
+        if (entry.is_null()) {
+            entries.erase(key);
+        } else {
+            entries.insert_or_assign(key, std::move(entry));
+        }
+    }
+}
+
+/// What can't be stored must not be lost with a crash: it tells of a microphone that is to be
+/// turned on again.
+void FileUserDefaults::State::keepUnsaved()
+{
+    SettingsFormat::Document unsaved;
+    {
+        const std::lock_guard guard(mutex);
+        for (const auto& key : changes) {
+            const auto entry = entries.find(key);
+            unsaved[key] = entry == entries.end() ? nlohmann::json() : entry->second;
+        }
+    }
+    std::string reason;
+    const auto lock = spare.lock(reason);
+    hasUnsaved = lock && !spare.write(SettingsFormat::write(unsaved));
+}
+
+void FileUserDefaults::State::dropUnsaved()
+{
+    std::error_code ignored; // Read again, it changes nothing.
+    if (std::exchange(hasUnsaved, false)) {
+        std::filesystem::remove(spare.path(), ignored);
     }
 }
 
@@ -152,11 +198,15 @@ void FileUserDefaults::State::save()
         return;
     }
     const auto failure = writeMerged(own);
-    if (failure) {
+    report(failure);
+    if (!failure) {
+        return dropUnsaved();
+    }
+    {
         const std::lock_guard guard(mutex);
         changes.merge(own);
     }
-    report(failure);
+    keepUnsaved();
 }
 
 void FileUserDefaults::State::report(const std::optional<std::string>& failure)
@@ -170,11 +220,16 @@ void FileUserDefaults::State::report(const std::optional<std::string>& failure)
 }
 
 FileUserDefaults::FileUserDefaults(const std::filesystem::path& file,
+                                   const std::filesystem::path& spare,
                                    std::shared_ptr<SerialQueue> writer)
-    : state_(std::make_shared<State>(file))
+    : state_(std::make_shared<State>(file, spare))
     , writer_(std::move(writer))
 {
     state_->load();
+    state_->takeUnsaved();
+    if (!state_->changes.empty()) {
+        changed();
+    }
 }
 
 FileUserDefaults::~FileUserDefaults()

@@ -12,15 +12,19 @@ namespace fadewell {
 ///
 /// A write is readable at once and on disk within 100 ms; writes in between go together. When it
 /// can't be written the failure is logged once, memory keeps the values, and the next write tries
-/// again. A file that can't be read is kept aside under another name, which the log tells.
+/// again; a spare file elsewhere keeps them over a crash meanwhile. A file that can't be read is
+/// kept aside under another name, which the log tells.
 ///
 /// Several processes may share the file: each takes a lock to write, reads what the others have
 /// written since, and replaces only the keys that it changed itself. What the others wrote is
 /// readable here from then on. [any thread but the writer's queue]
 class FileUserDefaults final : public UserDefaults {
 public:
-    /// Reads the file. `writer` is a queue of its own; nothing wakes it while nothing changes.
-    FileUserDefaults(const std::filesystem::path& file, std::shared_ptr<SerialQueue> writer);
+    /// Reads the file, and `spare`, which exists only while the file can't be written. `writer` is
+    /// a queue of its own; nothing wakes it while nothing changes.
+    FileUserDefaults(const std::filesystem::path& file,
+                     const std::filesystem::path& spare,
+                     std::shared_ptr<SerialQueue> writer);
     /// Writes what is not yet on disk.
     ~FileUserDefaults() override;
     FileUserDefaults(const FileUserDefaults&) = delete;

@@ -30,8 +30,16 @@ public:
     [[nodiscard]] virtual std::optional<std::string> bundleID(std::int32_t pid,
                                                               const ClientHints& hints) = 0;
 
+    /// The same answer for a process that may turn out to have nothing to play: looks without
+    /// remembering it.
+    [[nodiscard]] virtual std::optional<std::string> peekBundleID(std::int32_t pid,
+                                                                  const ClientHints& hints) = 0;
+
     /// The process has no audio client any more; what was remembered of its pid is stale.
     virtual void forget(std::int32_t pid) = 0;
+
+    /// Whether the process still lives, as far as that can be told.
+    [[nodiscard]] virtual bool isRunning(std::int32_t pid) const = 0;
 };
 
 } // namespace fadewell

@@ -6,9 +6,11 @@
 namespace fadewell {
 
 XdgWorkspace::XdgWorkspace(std::shared_ptr<AppIdentities> identities,
-                           std::shared_ptr<SerialQueue> mainQueue)
+                           std::shared_ptr<SerialQueue> mainQueue,
+                           std::unique_ptr<FrontWindow> front)
     : identities_(std::move(identities))
     , mainQueue_(std::move(mainQueue))
+    , front_(std::move(front))
 {}
 
 std::vector<RunningApplication> XdgWorkspace::runningApplications()
@@ -38,7 +40,13 @@ Subscription XdgWorkspace::onLaunch(std::function<void()> launched)
 
 std::optional<RunningApplication> XdgWorkspace::frontmost()
 {
-    return std::nullopt;
+    const auto window = front_ ? front_->window() : std::nullopt;
+    return window ? identities_->application(window->pid, window->appID) : std::nullopt;
+}
+
+bool XdgWorkspace::tellsFrontmost()
+{
+    return front_ && front_->isTold();
 }
 
 std::optional<AppLocation> XdgWorkspace::location(std::string_view bundleID)
@@ -54,6 +62,9 @@ AppLocation XdgWorkspace::describe(std::string_view path)
 void XdgWorkspace::announce(std::string_view text, int priority)
 {
     log_.info("Announced with priority {}: {}", priority, text);
+    if (show_) {
+        show_(text);
+    }
 }
 
 std::int32_t XdgWorkspace::ownPID() const

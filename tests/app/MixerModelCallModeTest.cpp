@@ -47,11 +47,17 @@ TEST_F(MixerModelCallModeTest, LowersOtherAppsDuringACall)
         ElementsAre("mixer info: Call mode on", "mixer debug: Apps: com.music, us.zoom.xos"));
     EXPECT_THAT(model_->callAppNames.get(), ElementsAre("Zoom", "discord")); // By code point,
     EXPECT_THAT(model_->microphoneUserNames.get(), ElementsAre("discord", "Zoom")); // by locale.
+    const auto users = model_->microphoneUsers.get();
+    ASSERT_EQ(users.size(), 2U);
+    EXPECT_EQ(users[1].id, "us.zoom.xos");
     hardware_->removeProcess(discord);
     EXPECT_EQ(badge("com.music"), CallStatus::lowered);
     EXPECT_EQ(badge("us.zoom.xos"), CallStatus::inCall);
     EXPECT_NEAR(heard(music_, speakers_), 0.2, 1e-3);
     EXPECT_EQ(heard(zoom_, speakers_), 1);
+    ASSERT_TRUE(gate_->lowered);
+    EXPECT_EQ(gate_->lowered->duck, 0.2);
+    EXPECT_THAT(gate_->lowered->exempt, testing::IsSupersetOf({"us.zoom.xos", "com.hnc.Discord"}));
 
     setRunning(music_, false, false);
     EXPECT_FALSE(badge("com.music")); // Silent, but lowered all the same.
@@ -64,6 +70,7 @@ TEST_F(MixerModelCallModeTest, LowersOtherAppsDuringACall)
     EXPECT_TRUE(model_->isCallModeActive.get());
     time_->advance(0.2);
     EXPECT_THAT(model_->callAppNames.get(), IsEmpty());
+    EXPECT_FALSE(gate_->lowered);
     EXPECT_THAT(
         mixerLines(),
         ElementsAre("mixer info: Call mode off", "mixer debug: Apps: com.music, us.zoom.xos"));

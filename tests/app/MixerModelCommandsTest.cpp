@@ -28,7 +28,7 @@ protected:
 TEST_F(MixerModelCommandsTest, VolumeIsClampedSavedShownAndHeard)
 {
     const std::pair<double, double> cases[] = {
-        {0.3, 0.3}, {-0.3, 0}, {1.7, 1}, {0.5, 0.5}, {std::nan(""), 1}};
+        {0.3, 0.3}, {-0.3, 0}, {1.7, 1}, {0.5, 0.5}, {std::nan(""), 1}, {-HUGE_VAL, 1}};
     for (const auto& [wanted, volume] : cases) {
         onMain([this] { model_->setMuted(true, "com.music"); });
         EXPECT_EQ(heard(music_, speakers_), 0);
@@ -86,6 +86,26 @@ TEST_F(MixerModelCommandsTest, OutputIsRememberedUntilItIsForgotten)
     EXPECT_NEAR(heard(nameless, speakers_), 1, 1e-3);
 }
 
+TEST_F(MixerModelCommandsTest, GatesWhatIsRememberedFromTheStartUntilTheEnd)
+{
+    AppSettingsStore(defaults_).set(AppAudioSettings(0.5, false, "headset", "Headset"),
+                                    "org.saved");
+    launch();
+    const GatedApp saved{"org.saved", 0.5, "headset"};
+    EXPECT_THAT(gate_->gatedApps, ElementsAre(saved));
+    onMain([this] { model_->setVolume(0.25, "org.music"); });
+    EXPECT_THAT(gate_->gatedApps, ElementsAre(GatedApp{"org.music", 0.25}, saved));
+    onMain([this] { model_->setMuted(true, "org.music"); });
+    EXPECT_THAT(gate_->gatedApps, ElementsAre(GatedApp{"org.music", 0}, saved));
+    onMain([this] {
+        model_->setVolume(1, "org.music");
+        model_->setCallModeActive(true); // Lowers apps, but gates none.
+    });
+    EXPECT_THAT(gate_->gatedApps, ElementsAre(saved));
+    onMain([this] { model_->stop(); });
+    EXPECT_THAT(gate_->gatedApps, IsEmpty());
+}
+
 TEST_F(MixerModelCommandsTest, StepsTheFrontmostAppAndSaysSo)
 {
     const RunningApplication music{.pid = 10, .bundleID = "com.music", .name = "Music"};
@@ -117,6 +137,35 @@ TEST_F(MixerModelCommandsTest, StepsTheFrontmostAppAndSaysSo)
         EXPECT_EQ(row("com.music")->settings, AppAudioSettings(volume, false, {}, {}));
         EXPECT_EQ(workspace_->announcements, announcements);
     }
+}
+
+TEST_F(MixerModelCommandsTest, WhereTheDesktopHidesTheFrontTheLatestPlayerIsMeant)
+{
+    const auto game = addApp(20, "com.game", "Game", false);
+    const auto radio = addApp(30, "com.radio", "Radio", false);
+    const struct {
+        bool hidesFront;
+        bool isGamePlaying;
+        bool isRadioPlaying;
+        std::optional<std::string> expected;
+    } steps[] = {
+        {true, false, false, "com.music"},
+        {true, true, false, "com.game"},
+        {true, true, true, "com.radio"},
+        {false, true, true, std::nullopt},
+        {true, true, false, "com.game"},
+        {true, false, false, "com.music"},
+    };
+    for (const auto& each : steps) {
+        workspace_->hidesFront = each.hidesFront;
+        setRunning(game, each.isGamePlaying, false);
+        setRunning(radio, each.isRadioPlaying, false);
+        onMain([&] { EXPECT_EQ(model_->stepFrontmostApp(-0.1), each.expected); });
+    }
+    EXPECT_THAT(
+        workspace_->announcements,
+        ElementsAre(
+            "90: Music 90%", "90: Game 90%", "90: Radio 90%", "90: Game 80%", "90: Music 80%"));
 }
 
 TEST_F(MixerModelCommandsTest, MicrophoneShowsAtOnceWhatWasAskedFor)

@@ -2,6 +2,7 @@
 
 #include "app/MixerModel.h"
 #include "base/MemoryUserDefaults.h"
+#include "platform/simulated/SimulatedStartGate.h"
 #include "tests/audio/EngineTest.h"
 #include "tests/support/SimulatedWorkspace.h"
 
@@ -31,7 +32,8 @@ protected:
                                      DeviceMonitor::create(context_),
                                      TapManager::create(context_),
                                      MicrophoneController::create(context_, defaults_),
-                                     std::make_shared<AppSettingsStore>(defaults_)});
+                                     std::make_shared<AppSettingsStore>(defaults_),
+                                     gate_});
     }
 
     void launch()
@@ -107,6 +109,7 @@ protected:
     AudioObjectID headset_ = 0;
     AudioObjectID microphone_ = 0;
     Timer cycles_;
+    std::shared_ptr<SimulatedStartGate> gate_ = std::make_shared<SimulatedStartGate>();
     std::shared_ptr<SimulatedWorkspace> workspace_ = std::make_shared<SimulatedWorkspace>();
     std::shared_ptr<MemoryUserDefaults> defaults_ = std::make_shared<MemoryUserDefaults>();
     std::shared_ptr<MixerModel> model_;

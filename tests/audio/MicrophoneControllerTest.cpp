@@ -207,6 +207,38 @@ TEST_F(MicrophoneControllerTest, PublishesChangesMadeElsewhereButNoneTwice)
     EXPECT_EQ(states_->back().volume, 0.5);
 }
 
+TEST_F(MicrophoneControllerTest, StaysMutedUntilSomebodyInsists)
+{
+    for (const bool hasSwitch : {true, false}) {
+        const auto device = addInput(hasSwitch ? "a" : "b", {0}, hasSwitch);
+        follow(device);
+        setMuted(true);
+        const auto undo = [&] {
+            hasSwitch ? hardware_->setInputMute(device, false)
+                      : hardware_->setInputVolume(device, 0, 0.5F);
+            time_->run();
+            return hasSwitch ? isSwitchedOff(device) : volume(device) == 0;
+        };
+        const auto shown = states_->size();
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_TRUE(undo());
+        }
+        time_->advance(10);
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_TRUE(undo()) << "what is long past doesn't count";
+        }
+        EXPECT_EQ(states_->size(), shown) << "it has never been shown as on";
+        (void)log_.take();
+        EXPECT_FALSE(undo());
+        EXPECT_FALSE(states_->back().isMuted);
+        EXPECT_THAT(stored(), IsEmpty());
+        EXPECT_THAT(log_.take(),
+                    ElementsAre("microphone notice: Another program keeps turning the microphone "
+                                "on; leaving it on"));
+        EXPECT_FALSE(undo()) << "it is theirs now";
+    }
+}
+
 TEST_F(MicrophoneControllerTest, ReleaseUndoesEveryMuteBeforeItReturns)
 {
     const auto device = addInput("a", {0});

@@ -290,40 +290,21 @@ INSTANTIATE_TEST_SUITE_P(Journeys,
                                          Journey{1, 0.25F, 1, 1},
                                          Journey{0.5F, 0, 0.1F, 0.9F}));
 
-TEST(Render, RampStallsShortOfMostTargetsAndEndsAtZero)
-{
-    Comparison comparison(1, 1);
-    comparison.setTargets(0.4F, 1);
-    for (int i = 0; i < 64; ++i) {
-        comparison.render(inputLayouts[0], outputLayouts[0], 1024);
-    }
-    EXPECT_EQ(comparison.state().currentGain, 0.40001073F);
-    comparison.setTargets(0, 1);
-    for (int i = 0; i < 64; ++i) {
-        comparison.render(inputLayouts[0], outputLayouts[0], 1024);
-    }
-    EXPECT_EQ(comparison.state().currentGain, 0.0F);
-}
-
 TEST(Render, CreatesWithClampedValuesAndTheRatesCoefficients)
 {
-    struct Case {
-        double sampleRate, usedRate;
-    };
-    for (const auto& [sampleRate, usedRate] :
-         {Case{48000, 48000}, {44100, 44100}, {0, 48000}, {-1, 48000}})
-    {
+    for (const double sampleRate : {48000.0, 44100.0, 0.0, -1.0}) {
+        const double usedRate = sampleRate > 0 ? sampleRate : 48000;
         const auto state = makeState(1.7F, -0.2F, sampleRate);
         EXPECT_EQ(render_state_gain(state.get()), 1.0F);
         EXPECT_EQ(state->currentGain, 1.0F);
         EXPECT_EQ(state->currentDuck, 0.0F);
         EXPECT_FALSE(render_state_has_signal(state.get()));
-        EXPECT_FLOAT_EQ(state->gainCoefficient,
-                        static_cast<float>(1 - std::exp(-1 / (usedRate * 0.015))));
-        EXPECT_FLOAT_EQ(state->duckDownCoefficient,
-                        static_cast<float>(1 - std::exp(-1 / (usedRate * 0.15))));
-        EXPECT_FLOAT_EQ(state->duckUpCoefficient,
-                        static_cast<float>(1 - std::exp(-1 / (usedRate * 0.35))));
+        const auto coefficient = [&](double seconds) {
+            return static_cast<float>(1 - std::exp(-1 / (usedRate * seconds)));
+        };
+        EXPECT_FLOAT_EQ(state->gainCoefficient, coefficient(0.015));
+        EXPECT_FLOAT_EQ(state->duckDownCoefficient, coefficient(0.15));
+        EXPECT_FLOAT_EQ(state->duckUpCoefficient, coefficient(0.35));
         render_state_set_gain(state.get(), 3);
         EXPECT_EQ(render_state_gain(state.get()), 1.0F);
         render_state_set_gain(state.get(), std::numeric_limits<float>::quiet_NaN());
@@ -362,22 +343,6 @@ TEST(Render, ProcedureNeedsAClientAndCountsCallsWithNothingToDo)
     EXPECT_EQ(output.samples(0)[31], 0.0F);
     EXPECT_EQ(render_io_proc(2, nullptr, nullptr, nullptr, nullptr, nullptr, state.get()), 0);
     EXPECT_EQ(render_state_callback_count(state.get()), 2U);
-}
-
-TEST(Render, FindsAChannelPastUnusableBuffers)
-{
-    BufferList list;
-    list.addNull(2, 64).add(0, 4).add(3, 8).addBytes(1, 30);
-    ChannelRef found;
-    ASSERT_TRUE(find_channel(list.list(), 2, &found));
-    EXPECT_EQ(found.samples, list.samples(2).data() + 2);
-    EXPECT_EQ(found.stride, 3U);
-    EXPECT_EQ(found.frames, 8U);
-    ASSERT_TRUE(find_channel(list.list(), 3, &found));
-    EXPECT_EQ(found.samples, list.samples(3).data());
-    EXPECT_EQ(found.frames, 7U) << "a frame that is cut short does not count";
-    EXPECT_FALSE(find_channel(list.list(), 4, &found));
-    EXPECT_FALSE(find_channel(nullptr, 0, &found));
 }
 
 } // namespace

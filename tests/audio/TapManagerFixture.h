@@ -31,6 +31,14 @@ protected:
         time_->run();
     }
 
+    /// One app plays, and every check of its beginning is over.
+    void play()
+    {
+        update({request()});
+        time_->advance(3);
+        (void)log_.take();
+    }
+
     /// The log of the manager, without what says that sound flows.
     [[nodiscard]] Lines lines()
     {

@@ -147,49 +147,6 @@ TEST_F(TapSessionTest, TearsDownInOrderAndOnlyOnce)
     EXPECT_EQ(changesOf([&] { session->teardown(); }), inOrder) << "what never ran isn't stopped";
 }
 
-TEST_F(TapSessionTest, ChangesProcessesInPlace)
-{
-    const auto session = make();
-    const auto other = hardware_->addProcess({.pid = 20});
-    session->setProcesses({other, process_});
-    EXPECT_THAT(session->processObjectIDs(), ElementsAre(other, process_));
-    ASSERT_EQ(taps().size(), 1U);
-    EXPECT_THAT(taps()[0].processes, ElementsAre(other, process_));
-
-    fail(setTapDescription);
-    EXPECT_EQ(failure([&] { session->setProcesses({other}); }),
-              "Update tap processes failed: 'nope' (1852797029)");
-    EXPECT_THAT(session->processObjectIDs(), ElementsAre(other, process_));
-}
-
-TEST_F(TapSessionTest, MovesWithoutAGapWhileRunning)
-{
-    const auto session = make();
-    EXPECT_EQ(changesOf([&] { session->moveOutput("headset"); }),
-              "createAggregateDevice createIOProc destroyIOProc destroyAggregateDevice")
-        << "a stopped path stays stopped";
-    session->start();
-    EXPECT_EQ(changesOf([&] { session->moveOutput("speakers"); }),
-              "createAggregateDevice createIOProc start stop destroyIOProc destroyAggregateDevice");
-    EXPECT_TRUE(session->isRunning());
-    EXPECT_EQ(session->output()->deviceUID(), "speakers");
-    EXPECT_EQ(aggregates().at(0).taps.at(0).uid, taps().at(0).uuid) << "the same tap";
-}
-
-TEST_F(TapSessionTest, FailedMoveKeepsTheOldPathRunning)
-{
-    const auto session = make();
-    session->start();
-    const Output* old = session->output();
-    for (const auto call : {createAggregateDevice, createIOProc, start}) {
-        fail(call);
-        EXPECT_NE(failure([&] { session->moveOutput("headset"); }), "no error") << name(call);
-        EXPECT_EQ(session->output(), old);
-        EXPECT_TRUE(session->isRunning());
-        EXPECT_EQ(hardware_->made(), (Made{1, 1, 1, 0})) << name(call);
-    }
-}
-
 TEST_F(TapSessionTest, NewOutputKeepsGainDuckAndWatching)
 {
     const auto session = make(1.0);

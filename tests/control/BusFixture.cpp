@@ -17,10 +17,9 @@ AppRowState BusFixture::row(const char* id, const char* name, bool isPlaying)
 
 void BusFixture::SetUp()
 {
-    daemon.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
-    ASSERT_TRUE(daemon.waitForReadyRead()) << daemon.errorString().toStdString();
-    address = QString::fromUtf8(daemon.readLine()).trimmed();
+    ASSERT_FALSE(address.isEmpty());
 
+    workspace->installed[firefox] = {"/apps/firefox", "Firefox", {}};
     MixerModel::Services services; // No engine: the test shows what it likes.
     services.mainQueue = queue;
     services.workspace = workspace;
@@ -34,17 +33,19 @@ void BusFixture::SetUp()
     model->microphone.set({"Mic", 0.5, false, true});
 
     auto connection = connect("service");
-    service = std::make_unique<MixerService>(connection,
-                                             MixerService::Parts{.model = model,
-                                                                 .mainQueue = queue,
-                                                                 .workspace = workspace,
-                                                                 .tappability = tappability,
-                                                                 .version = "1.2.3",
-                                                                 .quit = [this] { ++quits; },
-                                                                 .reopened =
-                                                                     [this] {
-                                                                         ++reopens;
-                                                                     }});
+    service = std::make_unique<MixerService>(
+        connection,
+        MixerService::Parts{.model = model,
+                            .mainQueue = queue,
+                            .workspace = workspace,
+                            .tappability = tappability,
+                            .isCapturePermitted = [this] { return isPermitted; },
+                            .version = "1.2.3",
+                            .quit = [this] { ++quits; },
+                            .reopened =
+                                [this] {
+                                    ++reopens;
+                                }});
     ASSERT_TRUE(service->publish());
     ASSERT_EQ(InstanceClaim(connection).claim(), InstanceClaim::Outcome::claimed);
 }
@@ -55,8 +56,6 @@ void BusFixture::TearDown()
     for (const char* name : {"service", "caller", "second"}) {
         QDBusConnection::disconnectFromBus(name);
     }
-    daemon.kill();
-    daemon.waitForFinished();
 }
 
 QDBusConnection BusFixture::connect(const char* name) const

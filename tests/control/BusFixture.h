@@ -7,11 +7,11 @@
 #include "control/MixerService.h"
 #include "control/QtMainQueue.h"
 #include "control/values/BusNames.h"
-#include "tests/control/FakeWorkspace.h"
+#include "tests/support/BusDaemon.h"
+#include "tests/support/SimulatedWorkspace.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QProcess>
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -48,14 +48,15 @@ protected:
     QDBusConnection connect(const char* name) const;
 
     std::shared_ptr<MemoryUserDefaults> defaults = std::make_shared<MemoryUserDefaults>();
-    std::shared_ptr<FakeWorkspace> workspace = std::make_shared<FakeWorkspace>();
+    std::shared_ptr<SimulatedWorkspace> workspace = std::make_shared<SimulatedWorkspace>();
     std::shared_ptr<FakeTappability> tappability = std::make_shared<FakeTappability>();
     std::shared_ptr<QtMainQueue> queue =
         std::make_shared<QtMainQueue>(std::make_shared<SystemClock>());
     std::shared_ptr<MixerModel> model;
     std::unique_ptr<MixerService> service;
-    QProcess daemon;
-    QString address;
+    BusDaemon daemon;
+    const QString address = daemon.address();
+    bool isPermitted = true;
     int quits = 0;
     int reopens = 0;
 };

@@ -2,7 +2,7 @@
 
 #include "base/MemoryUserDefaults.h"
 #include "base/VirtualTime.h"
-#include "tests/control/FakeWorkspace.h"
+#include "tests/support/SimulatedWorkspace.h"
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -17,7 +17,7 @@ TEST(ChangeNotifierTest, TellsOnceATurnAndOnlyOfRealChanges)
     const auto queue = time->makeQueue();
     MixerModel::Services services;
     services.mainQueue = queue;
-    services.workspace = std::make_shared<FakeWorkspace>();
+    services.workspace = std::make_shared<SimulatedWorkspace>();
     services.defaults = std::make_shared<MemoryUserDefaults>();
     const auto model = MixerModel::create(std::move(services));
     int told = 0;

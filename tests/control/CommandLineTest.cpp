@@ -55,6 +55,7 @@ TEST_F(CommandLineTest, ListsApps)
 
 TEST_F(CommandLineTest, CommandsChangeTheModel)
 {
+    workspace->front = {.pid = 77, .bundleID = firefox, .name = "Firefox"};
     const struct {
         QStringList arguments;
         const char* out;
@@ -67,6 +68,8 @@ TEST_F(CommandLineTest, CommandsChangeTheModel)
         {{"mute", "mpv", "toggle"}, "mpv: 100%, output system\n"},
         {{"output", "mpv", "head"}, "mpv: 100%, output Headset\n"},
         {{"output", "mpv", "system"}, "mpv: 100%, output system\n"},
+        {{"lower-frontmost"}, "Firefox: 40%, output system, playing\n"},
+        {{"raise-frontmost"}, "Firefox: 50%, output system, playing\n"},
         {{"forget", "firefox"}, "Firefox: forgotten\n"},
         {{"forget", "--all"}, "Forgotten: 0 apps\n"},
         {{"microphone", "off"}, "Microphone Mic: off (muted), volume 50%\n"},
@@ -77,6 +80,9 @@ TEST_F(CommandLineTest, CommandsChangeTheModel)
         {{"call-settings", "--automatic", "off", "--level", "30%", "--exclude", "firefox"},
          "Automatic: off\nLevel: 30%\nExcluded: org.mozilla.firefox\n"},
         {{"call-settings", "--include", "firefox"}, "Automatic: off\nLevel: 30%\nExcluded: none\n"},
+        {{"toggle-microphone"}, "Microphone Mic: off (muted), volume 70%\n"},
+        {{"toggle-call-mode"}, "Call mode: on (chosen by you)\n"},
+        {{"permission"}, "Fadewell may change other programs' sound.\n"},
         {{"complete", "outputs"}, "alsa:usb\nalsa:pci\n"},
     };
     for (const auto& [arguments, out] : cases) {
@@ -84,6 +90,19 @@ TEST_F(CommandLineTest, CommandsChangeTheModel)
         EXPECT_EQ(run.out, out) << arguments.join(' ').toStdString() << run.err;
         EXPECT_EQ(run.status, 0);
     }
+}
+
+TEST_F(CommandLineTest, TellsWhoUsesTheMicrophoneAndWhatIsForbidden)
+{
+    const auto since = std::chrono::sys_seconds(std::chrono::seconds(1'700'000'000));
+    model->microphoneUserNames.set({"Zoom"});
+    model->microphoneUsers.set({{"us.zoom.xos", "Zoom", since}});
+    const auto json = nlohmann::json::parse(ctl({"microphone", "--json"}).out);
+    EXPECT_EQ(json["uses"][0]["id"], "us.zoom.xos");
+    EXPECT_EQ(json["uses"][0]["since"], 1'700'000'000);
+    EXPECT_THAT(ctl({"microphone"}).out, HasSubstr("\n  Zoom since "));
+    isPermitted = false;
+    EXPECT_EQ(ctl({"permission", "--json"}).out, "{\n  \"isAllowed\": false\n}\n");
 }
 
 TEST_F(CommandLineTest, ExplainsWhatWentWrong)
@@ -101,6 +120,7 @@ TEST_F(CommandLineTest, ExplainsWhatWentWrong)
         {{"volume", "a.music", "forty"}, 2, "0% to 100%"},
         {{"output", "a.music", "nowhere"}, 1, "no output \"nowhere\""},
         {{"forget"}, 2, "APP"},
+        {{"login-item", "on"}, 1, "can't be chosen here"},
         {{"microphone", "on", "70%"}, 2, "microphone volume"},
         {{"call-settings", "--level", "-5%"}, 2, "0% to 100%"},
     };

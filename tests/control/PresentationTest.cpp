@@ -38,8 +38,9 @@ TEST(JsonOutputTest, AppHasEveryMemberInOrder)
     EXPECT_EQ(dump(toJsonArray(std::vector<OutputEntry>{})), "[]");
     EXPECT_EQ(dump(toJson(OutputEntry{"uid", "Speakers", "builtInSpeakers", true})),
               R"({"id":"uid","name":"Speakers","kind":"builtInSpeakers","isDefault":true})");
-    EXPECT_EQ(dump(toJson(MicrophoneEntry{})),
-              R"({"deviceName":null,"volume":null,"isMuted":false,"canMute":false,"users":[]})");
+    EXPECT_EQ(
+        dump(toJson(MicrophoneEntry{})),
+        R"({"deviceName":null,"volume":null,"isMuted":false,"canMute":false,"users":[],"uses":[]})");
 }
 
 template <class Entry>
@@ -54,12 +55,11 @@ TEST(BusValuesTest, ValuesSurviveTheBus)
 {
     EXPECT_EQ(throughTheBus(fullApp()), fullApp());
     EXPECT_EQ(throughTheBus(AppEntry{.id = "a", .name = "b"}), (AppEntry{.id = "a", .name = "b"}));
-    const MicrophoneEntry microphone{"Mic", 0.5, true, true, {"Zoom"}};
+    const MicrophoneEntry microphone{
+        "Mic", 0.5, true, true, {"Zoom"}, {{"us.zoom.xos", "Zoom", 1'700'000'000}}};
     EXPECT_EQ(throughTheBus(microphone), microphone);
-    EXPECT_EQ(throughTheBus(MicrophoneEntry{}), MicrophoneEntry{});
     const CallModeEntry callMode{true, true, false, false, 0.3, {"a", "b"}, {"Zoom"}};
     EXPECT_EQ(throughTheBus(callMode), callMode);
-    EXPECT_EQ(throughTheBus(CallModeEntry{}), CallModeEntry{});
 }
 
 TEST(PlainTextTest, DisarmsWhatOtherProgramsCallThemselves)
@@ -90,6 +90,11 @@ TEST(TablesTest, LinesSayWhatMatters)
               "Jack: can't be controlled\n");
     EXPECT_EQ(microphoneLine({"Mic", 0.5, true, true, {"A", "B"}}),
               "Microphone Mic: off (muted), volume 50%, used by A and B\n");
+    setenv("TZ", "UTC", 1);
+    tzset();
+    const MicrophoneEntry used{.uses = {{"a", "A\n", 1'700'000'000}, {"b", "B", 1'700'003'725}}};
+    EXPECT_EQ(microphoneUses(used, 1'700'003'720),
+              "  A\\x0a since 22:13:20, 1:02:00\n  B since 23:15:25, 0:00:00\n");
     EXPECT_EQ(
         callModeLine({.isActive = true, .isDetected = true, .override_ = true, .names = {"Zoom"}}),
         "Call mode: on (chosen by you), in a call: Zoom\n");

@@ -4,7 +4,6 @@
 #include "base/MemoryUserDefaults.h"
 #include "core/AppAudioSettings.h"
 
-#include <cmath>
 #include <gtest/gtest.h>
 
 namespace fadewell {
@@ -15,19 +14,6 @@ AppAudioSettings decoded(const std::string& text)
     const auto json = parseJson(text);
     const auto settings = json ? AppAudioSettings::fromJson(*json) : std::nullopt;
     return settings.value_or(AppAudioSettings(0.123, true, "unreadable", {}));
-}
-
-TEST(AppAudioSettingsTest, ClampsEveryAssignedVolume)
-{
-    const std::pair<double, double> cases[] = {
-        {0.4, 0.4}, {-0.3, 0}, {0, 0}, {2.5, 1}, {std::nan(""), 1}, {HUGE_VAL, 1}, {-HUGE_VAL, 1}};
-    for (const auto& [assigned, kept] : cases) {
-        AppAudioSettings settings(0.5, false, {}, {});
-        settings.setVolume(assigned);
-        EXPECT_EQ(settings.volume(), kept) << assigned;
-        EXPECT_EQ(AppAudioSettings(assigned, false, {}, {}).volume(), kept) << assigned;
-    }
-    EXPECT_EQ(AppAudioSettings(0.8, true, {}, {}).effectiveVolume(), 0);
 }
 
 TEST(AppAudioSettingsTest, DecodesMemberByMember)

@@ -46,18 +46,13 @@ TEST(OutputDeviceTest, ClassifiesByTransportThenByName)
     }
 }
 
-TEST(OutputDeviceTest, KindsKeepTheirOrderAndNames)
+TEST(OutputDeviceTest, EveryKindHasANameOfItsOwn)
 {
-    const auto kinds = OutputDevice::allKinds();
-    ASSERT_EQ(kinds.size(), 18U);
-    for (std::size_t index = 0; index < kinds.size(); ++index) {
-        EXPECT_EQ(static_cast<std::size_t>(kinds[index]), index);
-        EXPECT_EQ(OutputDevice::kindFromRawValue(OutputDevice::rawValue(kinds[index])),
-                  kinds[index]);
+    for (const Kind kind : OutputDevice::allKinds()) {
+        EXPECT_EQ(OutputDevice::kindFromRawValue(OutputDevice::rawValue(kind)), kind);
     }
     EXPECT_EQ(OutputDevice::kindFromRawValue("virtual"), Kind::virtual_);
     EXPECT_FALSE(OutputDevice::kindFromRawValue("virtual_"));
-    EXPECT_EQ(Transport::usb, 0x75736220U);
 }
 
 } // namespace

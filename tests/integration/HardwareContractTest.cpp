@@ -5,12 +5,13 @@
 #include "platform/linux/identity/AppIdentities.h"
 #include "platform/linux/pipewire/PipeWireHardware.h"
 #include "tests/integration/support/Await.h"
+#include "tests/integration/support/Outage.h"
 #include "tests/integration/support/Player.h"
 #include "tests/integration/support/Session.h"
 
 #include <csignal>
-#include <fmt/format.h>
 #include <map>
+#include <set>
 #include <stdexcept>
 
 namespace fadewell::integration {
@@ -43,7 +44,7 @@ public:
     {
         clients_.clear();
         for (const auto& output : outputs_) {
-            destroyNode(output);
+            integration::removeOutput(output);
         }
     }
 
@@ -53,40 +54,21 @@ public:
     std::string addOutput(const std::string& name) override
     {
         static int count = 0;
-        const auto uid = fmt::format("contract-{}", ++count);
-        run({"pw-cli",
-             "create-node",
-             "adapter",
-             fmt::format("{{ factory.name=support.null-audio-sink node.name={} "
-                         "node.description=\"{}\" media.class=Audio/Sink audio.position=[FL FR] "
-                         "object.linger=true }}",
-                         uid,
-                         name)});
-        outputs_.push_back(uid);
-        if (!waitFor([&] { return isListed(uid); }, 5)) {
-            throw std::runtime_error("no output " + uid);
-        }
+        const auto uid = "contract-" + std::to_string(++count);
+        integration::addOutput(uid, name);
+        outputs_.insert(uid);
+        EXPECT_TRUE(waitFor([&] { return isListed(uid); }, 5)) << uid;
         return uid;
     }
-
     void removeOutput(const std::string& uid) override
     {
-        std::erase(outputs_, uid);
-        destroyNode(uid);
+        outputs_.erase(uid);
+        integration::removeOutput(uid);
     }
-
-    void setDefaultOutput(const std::string& uid) override
-    {
-        run({"pw-metadata",
-             "0",
-             "default.configured.audio.sink",
-             fmt::format("{{\"name\":\"{}\"}}", uid),
-             "Spa:String:JSON"});
-    }
-
+    void setDefaultOutput(const std::string& uid) override { chooseDefaultOutput(uid); }
     std::int32_t startClient() override
     {
-        auto client = play(PlayerKind::pwPlay, tone_);
+        auto client = play("pw-play", tone_);
         const auto pid = client.pid();
         clients_.emplace(pid, std::move(client));
         return pid;
@@ -99,19 +81,6 @@ public:
     }
 
 private:
-    static void run(std::vector<std::string> command)
-    {
-        const auto result = runCommand(std::move(command));
-        if (result.code != 0) {
-            throw std::runtime_error(result.output + result.errors);
-        }
-    }
-
-    static void destroyNode(const std::string& name)
-    {
-        (void)runCommand({"pw-cli", "destroy", name});
-    }
-
     bool isListed(const std::string& uid)
     {
         AudioObjectID found = 0;
@@ -123,7 +92,7 @@ private:
     std::shared_ptr<SerialQueue> queue_ =
         std::make_shared<ThreadQueue>("contract", std::make_shared<SystemClock>());
     std::shared_ptr<PipeWireHardware> hardware_;
-    std::vector<std::string> outputs_;
+    std::set<std::string> outputs_;
     std::map<std::int32_t, ChildProcess> clients_;
 };
 
@@ -134,9 +103,6 @@ namespace fadewell {
 
 INSTANTIATE_TEST_SUITE_P(PipeWire,
                          HardwareContract,
-                         testing::Values(HardwareHarnessFactory{
-                             "pipewire", []() -> std::unique_ptr<HardwareHarness> {
-                                 return std::make_unique<integration::PipeWireHarness>();
-                             }}));
+                         testing::Values(makeHarness<integration::PipeWireHarness>));
 
 } // namespace fadewell

@@ -1,102 +1,99 @@
-// What is remembered is applied again, and what ends leaves the sound as it was.
+// The program runs once or says why it can't, and what is remembered is applied again.
 
 #include "tests/integration/support/Await.h"
 #include "tests/integration/support/FadewellTest.h"
+#include "tests/integration/support/Outage.h"
 
+#include <algorithm>
 #include <csignal>
-#include <cstring>
 
 namespace fadewell::integration {
 namespace {
 
-using namespace std::chrono_literals;
+using testing::IsSubstring;
+
+ChildProcess startWith(const std::string& variable)
+{
+    return ChildProcess({"env", variable, FADEWELL_PROGRAMS "/fadewell", "--headless"});
+}
+
+TEST(ProgramTest, SaysWhyItCanNotStart)
+{
+    const Session session;
+    auto without = startWith("PIPEWIRE_REMOTE=nothing");
+    EXPECT_EQ(without.wait(), 1);
+    EXPECT_PRED_FORMAT2(IsSubstring, "No PipeWire server", without.errors());
+
+    endProgram(sessionManager);
+    auto unmanaged = startWith("LC_ALL=C");
+    EXPECT_EQ(unmanaged.wait(), 1);
+    EXPECT_PRED_FORMAT2(IsSubstring, "WirePlumber", unmanaged.errors());
+}
+
+TEST(ProgramTest, RunsOnceHoweverOftenItIsStarted)
+{
+    const Session session;
+    for (const bool hasBus : {true, false}) {
+        std::vector<ChildProcess> programs;
+        for (int count = 0; count < 6; ++count) {
+            programs.push_back(
+                startWith(hasBus ? "LC_ALL=C" : "DBUS_SESSION_BUS_ADDRESS=unix:path=/none"));
+        }
+        const auto running = [&] {
+            return std::count_if(programs.begin(), programs.end(), [](auto& program) {
+                return program.isRunning();
+            });
+        };
+        EXPECT_TRUE(await([&] { return running() == 1; })) << running();
+        for (auto& program : programs) {
+            if (!program.isRunning()) {
+                EXPECT_PRED_FORMAT2(IsSubstring, "running already", program.output());
+            } else if (hasBus) {
+                EXPECT_EQ(Fadewell::control({"quit"}).code, 0);
+            } else {
+                program.signal(SIGTERM);
+            }
+            EXPECT_EQ(program.wait(), 0);
+        }
+    }
+}
 
 class LifecycleTest : public FadewellTest {
 protected:
-    void restart()
+    void restart(int signal)
     {
-        ASSERT_EQ(fadewell_->end(SIGTERM), 0) << fadewell_->log();
+        ASSERT_EQ(fadewell_->end(signal), 0) << fadewell_->log();
         fadewell_.emplace();
     }
 };
 
-TEST_F(LifecycleTest, VolumeIsRememberedOverRestartsOfThePlayerAndOfFadewell)
+TEST_F(LifecycleTest, WhatIsRememberedOutlivesThePlayerAndFadewell)
 {
     std::string app;
     {
-        auto player = playTone(PlayerKind::mpv);
+        auto player = playTone("mpv");
         app = appOf(player);
         command({"volume", app, "40%"});
         expectGain(*speakers_, decibels(0.4));
     }
     ASSERT_TRUE(speakers_->awaitSilence());
     {
-        auto player = playTone(PlayerKind::mpv, decibels(0.4));
+        auto player = playTone("mpv", decibels(0.4));
         EXPECT_EQ(appOf(player), app);
-        restart();
+        restart(SIGINT);
         expectGain(*speakers_, decibels(0.4));
     }
     ASSERT_TRUE(speakers_->awaitSilence());
     command({"volume", app, "20%"}); // while it doesn't run
-    restart();
-    auto player = playTone(PlayerKind::mpv, decibels(0.2));
+    command({"output", app, headphones});
+    restart(SIGHUP);
+
+    auto player = play("mpv", tone());
+    expectGain(*headphones_, decibels(0.2));
+    EXPECT_TRUE(speakers_->awaitSilence());
     command({"forget", app});
     expectGain(*speakers_, 0);
 }
-
-TEST_F(LifecycleTest, OutputAndMuteAreRememberedToo)
-{
-    std::string app;
-    {
-        auto player = playTone(PlayerKind::pwPlay);
-        app = appOf(player);
-        command({"output", app, headphones});
-        command({"mute", app, "on"});
-        ASSERT_TRUE(speakers_->awaitSilence());
-    }
-    restart();
-    auto player = play(PlayerKind::pwPlay, tone());
-    ASSERT_TRUE(await([&] { return appOf(player) == app; }));
-    ASSERT_TRUE(headphones_->awaitSilence());
-    command({"mute", app, "off"});
-    expectGain(*headphones_, 0);
-    EXPECT_TRUE(speakers_->awaitSilence());
-}
-
-TEST_F(LifecycleTest, SecondStartDisturbsNothing)
-{
-    auto player = playTone(PlayerKind::pwPlay);
-    command({"volume", appOf(player), "40%"});
-    ASSERT_TRUE(speakers_->awaitGain(decibels(0.4)));
-    const auto start = speakers_->now();
-    ChildProcess second({FADEWELL_PROGRAMS "/fadewell", "--headless"});
-    EXPECT_TRUE(second.wait()) << "two at once";
-    EXPECT_NEAR(toneGain(speakers_->read(start, frames(500ms))), decibels(0.4), 0.02);
-}
-
-class EndTest : public FadewellTest, public testing::WithParamInterface<int> {};
-
-TEST_P(EndTest, LeavesTheAppAtFullVolumeAndNothingBehind)
-{
-    auto native = playTone(PlayerKind::pwPlay);
-    const auto app = appOf(native);
-    command({"volume", app, "40%"});
-    command({"output", app, headphones});
-    expectGain(*headphones_, decibels(0.4));
-
-    EXPECT_EQ(fadewell_->end(GetParam()), GetParam() == SIGKILL ? -SIGKILL : 0) << fadewell_->log();
-    expectGain(*speakers_, 0);
-    EXPECT_TRUE(headphones_->awaitSilence());
-    EXPECT_TRUE(await([] { return Session::nodesContaining("fadewell").empty(); }));
-
-    fadewell_.emplace();
-    expectGain(*headphones_, decibels(0.4));
-}
-
-INSTANTIATE_TEST_SUITE_P(Signals,
-                         EndTest,
-                         testing::Values(SIGTERM, SIGINT, SIGHUP, SIGKILL),
-                         [](const auto& test) { return std::string(sigabbrev_np(test.param)); });
 
 } // namespace
 } // namespace fadewell::integration

@@ -5,7 +5,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <random>
 
 namespace fadewell {
 namespace {
@@ -60,42 +59,6 @@ TEST(DesktopEntryTest, SplitsCommands)
     };
     for (const auto& [command, arguments] : cases) {
         EXPECT_EQ(parsed("Exec=" + std::string(command) + '\n').exec, arguments) << command;
-    }
-}
-
-TEST(DesktopEntryTest, SurvivesGarbage)
-{
-    std::mt19937 random(42);
-    const std::string_view alphabet = "[]=\\\"%\n\r\t ;#NameExcDsktopEntry\0\xff";
-    std::size_t names = 0;
-    for (int round = 0; round < 3000; ++round) {
-        std::string text = "Name=x\nName[de]=y\nExec=a \"%u\" b\n";
-        for (int index = 0; index < 8; ++index) {
-            const auto at = random() % text.size();
-            const char c = alphabet[random() % alphabet.size()];
-            random() % 3 == 0 ? text[at] = c : (text.insert(at, 1, c), c);
-        }
-        const auto entry = parsed(text, {"de"});
-        names += entry.name.size();
-        EXPECT_LE(entry.name.size() + entry.icon.size(), text.size());
-    }
-    EXPECT_GT(names, 1000U) << "most of it must have got as far as a name";
-}
-
-TEST(DesktopIndexTest, TellsTheProgramBehindACommand)
-{
-    const std::pair<const char*, const char*> cases[] = {
-        {"env -u X LANG=C player --flag", "player"},
-        {"gamemoderun /usr/bin/player", "player"},
-        {"python3 /usr/share/radio/radio.py", "radio.py"},
-        {"wine C:\\\\\\\\games\\\\\\\\chess.exe", "chess.exe"},
-        {"flatpak run org.a.B", ""},
-        {"env", ""},
-        {"", ""},
-    };
-    for (const auto& [command, program] : cases) {
-        const auto entry = parsed("Exec=" + std::string(command) + '\n');
-        EXPECT_EQ(DesktopIndex::programOf(entry).name, program) << command;
     }
 }
 

@@ -15,11 +15,11 @@ public:
     struct Process {
         std::int32_t pid = 0;
         std::int32_t parent = 1;
-        std::string executable; ///< "/usr/…" and "/opt/…" are below the folder
-        std::vector<std::string> arguments;
+        std::string executable = {}; ///< "/usr/…" and "/opt/…" are below the folder
+        std::vector<std::string> arguments = {};
         std::string unit = "session-2.scope";
-        std::map<std::string, std::string> environment;
-        std::string flatpak;
+        std::string flatpak = {};
+        std::map<std::string, std::string> environment = {};
     };
 
     void start(const Process& process) const

@@ -36,25 +36,6 @@ TEST(LogTextTest, LetsNoNameForgeALineOrTurnTheText)
     EXPECT_EQ(LinuxLogSink::line({LogLevel::error, "s", "c]\n", "x\ny"}), "error [s:c]\\n] x\\ny");
 }
 
-TEST(LinuxLogSinkTest, LetsThroughWhatItsDestinationIsFor)
-{
-    const auto lowest = [](Destination destination, bool isVerbose) {
-        const LinuxLogSink sink(destination, isVerbose);
-        for (const auto level : {LogLevel::debug, LogLevel::info, LogLevel::notice}) {
-            if (sink.accepts(level)) {
-                return level;
-            }
-        }
-        return LogLevel::error;
-    };
-    EXPECT_EQ(lowest(Destination::journal, false), LogLevel::info);
-    EXPECT_EQ(lowest(Destination::standardError, false), LogLevel::notice);
-    EXPECT_EQ(lowest(Destination::journal, true), LogLevel::debug);
-    EXPECT_EQ(lowest(Destination::standardError, true), LogLevel::debug);
-    EXPECT_EQ(LinuxLogSink::priority(LogLevel::error), 3);
-    EXPECT_EQ(LinuxLogSink::priority(LogLevel::debug), 7);
-}
-
 TEST(LinuxLogSinkTest, WritesOneLineToStandardErrorAndFollowsItToTheJournal)
 {
     int ends[2];

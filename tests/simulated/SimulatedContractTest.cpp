@@ -58,10 +58,7 @@ private:
 
 INSTANTIATE_TEST_SUITE_P(Simulated,
                          HardwareContract,
-                         testing::Values(HardwareHarnessFactory{
-                             "simulated", []() -> std::unique_ptr<HardwareHarness> {
-                                 return std::make_unique<SimulatedHarness>();
-                             }}));
+                         testing::Values(makeHarness<SimulatedHarness>));
 
 } // namespace
 } // namespace fadewell

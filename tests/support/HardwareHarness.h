@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <ostream>
 #include <string>
 
 namespace fadewell {
@@ -39,15 +38,13 @@ public:
     virtual bool waitFor(const std::function<bool()>& condition, double seconds) = 0;
 };
 
-/// A way to make a fresh harness for each test.
-struct HardwareHarnessFactory {
-    const char* name;
-    std::unique_ptr<HardwareHarness> (*make)();
-};
+/// Makes a fresh harness for each test.
+using HardwareHarnessFactory = std::unique_ptr<HardwareHarness> (*)();
 
-inline void PrintTo(const HardwareHarnessFactory& factory, std::ostream* stream)
+template <class Harness>
+std::unique_ptr<HardwareHarness> makeHarness()
 {
-    *stream << factory.name;
+    return std::make_unique<Harness>();
 }
 
 } // namespace fadewell

@@ -15,6 +15,7 @@ class SimulatedWorkspace final : public Workspace {
 public:
     std::vector<RunningApplication> running;
     std::optional<RunningApplication> front;
+    bool hidesFront = false;                                   ///< as some desktops do
     std::map<std::string, AppLocation, std::less<>> installed; ///< by bundle identifier
     std::int32_t pid = 1;                                      ///< this program's
     std::vector<std::string> announcements;                    ///< "priority: text"
@@ -35,6 +36,7 @@ public:
         return Subscription([observer = observer_] { *observer = nullptr; });
     }
     [[nodiscard]] std::optional<RunningApplication> frontmost() override { return front; }
+    [[nodiscard]] bool tellsFrontmost() override { return !hidesFront; }
     [[nodiscard]] std::optional<AppLocation> location(std::string_view bundleID) override
     {
         const auto found = installed.find(bundleID);

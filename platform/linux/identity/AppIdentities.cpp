@@ -67,6 +67,17 @@ std::optional<std::string> AppIdentities::bundleID(std::int32_t pid, const Clien
     return bundleID;
 }
 
+std::optional<std::string> AppIdentities::peekBundleID(std::int32_t pid, const ClientHints& hints)
+{
+    const std::lock_guard lock(mutex_);
+    if (const auto found = identities_.find(pid);
+        found != identities_.end() && found->second.bundleID) {
+        return found->second.bundleID;
+    }
+    index_.refresh();
+    return resolver_.resolve(pid, hints).bundleID;
+}
+
 bool AppIdentities::remember(std::int32_t pid, ResolvedIdentity identity)
 {
     drop(pid);
@@ -104,6 +115,11 @@ void AppIdentities::forget(std::int32_t pid)
     drop(pid);
 }
 
+bool AppIdentities::isRunning(std::int32_t pid) const
+{
+    return pid >= IdentityResolver::firstMadeUpPID || processes_.parent(pid).has_value();
+}
+
 std::optional<std::int32_t> AppIdentities::parent(std::int32_t pid) const
 {
     return pid >= IdentityResolver::firstMadeUpPID ? std::nullopt : processes_.parent(pid);
@@ -133,6 +149,25 @@ std::vector<RunningApplication> AppIdentities::runningApplications() const
         list.push_back(running(application->identity));
     }
     return list;
+}
+
+std::optional<RunningApplication> AppIdentities::application(std::optional<std::int32_t> pid,
+                                                             std::string_view windowAppID)
+{
+    const std::lock_guard lock(mutex_);
+    if (pid) {
+        if (const auto known = identities_.find(*pid); known != identities_.end()) {
+            return running(known->second);
+        }
+    }
+    index_.refresh();
+    ClientHints hints;
+    hints.applicationID = windowAppID;
+    const auto identity = resolver_.resolve(pid.value_or(IdentityResolver::firstMadeUpPID), hints);
+    // Its own process may have no sound while a helper plays: what plays names the app.
+    const auto owner = applications_.find(identity.owner);
+    const auto found = running(owner == applications_.end() ? identity : owner->second.identity);
+    return found.bundleID ? std::optional(found) : std::nullopt;
 }
 
 Subscription AppIdentities::onAppeared(std::function<void()> appeared)

@@ -37,7 +37,10 @@ public:
     /// For a process that belongs to another's application, that application's identifier.
     [[nodiscard]] std::optional<std::string> bundleID(std::int32_t pid,
                                                       const ClientHints& hints) override;
+    [[nodiscard]] std::optional<std::string> peekBundleID(std::int32_t pid,
+                                                          const ClientHints& hints) override;
     void forget(std::int32_t pid) override;
+    [[nodiscard]] bool isRunning(std::int32_t pid) const override;
 
     /// The immediate parent; absent when there is none or it can't be told.
     [[nodiscard]] std::optional<std::int32_t> parent(std::int32_t pid) const;
@@ -47,6 +50,11 @@ public:
 
     /// Those with an audio client, each once, by the order in which they appeared.
     [[nodiscard]] std::vector<RunningApplication> runningApplications() const;
+
+    /// The application of a window: of the process that it belongs to or, where that isn't known,
+    /// by what the window calls its application. Absent when neither leads anywhere.
+    [[nodiscard]] std::optional<RunningApplication> application(std::optional<std::int32_t> pid,
+                                                                std::string_view windowAppID);
 
     /// Calls `appeared` on the thread that found a new application, until the subscription dies.
     [[nodiscard]] Subscription onAppeared(std::function<void()> appeared);

@@ -8,7 +8,7 @@ set(FADEWELL_LINUX_IDENTITY_SOURCES
     identity/AppIdentities.cpp identity/ClientName.cpp identity/DesktopEntry.cpp identity/DesktopIndex.cpp
     identity/IdentityResolver.cpp identity/KnownApps.cpp identity/LocaleNames.cpp identity/ProcessTable.cpp
     identity/ProgramName.cpp identity/UnitName.cpp ${CMAKE_CURRENT_BINARY_DIR}/KnownAppsData.cpp
-    Base64.cpp FileUserDefaults.cpp LinuxLogSink.cpp LogText.cpp SettingsFile.cpp
+    Base64.cpp FileUserDefaults.cpp LinuxLogSink.cpp LogText.cpp ProcessInstance.cpp SettingsFile.cpp
     SettingsFormat.cpp Utf8.cpp XdgPaths.cpp XdgWorkspace.cpp)
 list(APPEND FADEWELL_LINUX_SOURCES ${FADEWELL_LINUX_IDENTITY_SOURCES})
 list(APPEND FADEWELL_LINUX_LINKS PkgConfig::SYSTEMD)

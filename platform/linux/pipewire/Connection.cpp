@@ -2,14 +2,25 @@
 
 #include "platform/linux/pipewire/SignalBlock.h"
 
+#include <spa/support/thread.h>
+
 #include <cerrno>
 #include <cstring>
 #include <fmt/format.h>
+#include <pthread.h>
 #include <utility>
 
 namespace fadewell::pipewire {
 
 namespace {
+
+// Above ordinary threads, below every audio thread.
+constexpr int loopPriority = 20;
+// A server that is restarted is back within a second or two; one that stays away costs little, and
+// is still found well within a second.
+constexpr long quickRetry = 50 * SPA_NSEC_PER_MSEC;
+constexpr long slowRetry = 400 * SPA_NSEC_PER_MSEC;
+constexpr int quickRetries = 100;
 
 void initializeLibrary()
 {
@@ -68,11 +79,27 @@ bool Connection::start(std::string& error)
     }
     lost_ = pw_loop_add_event(loop(), &Connection::onLost, this);
     retry_ = pw_loop_add_timer(loop(), &Connection::onRetry, this);
+    if (heartbeat()) {
+        questions_ = pw_loop_add_io(
+            loop(), heartbeat()->questions(), SPA_IO_IN, false, &Connection::onQuestion, this);
+    }
     if (lost_ == nullptr || retry_ == nullptr || pw_thread_loop_start(loop_) < 0) {
         error = fmt::format("PipeWire's loop can't be started: {}", std::strerror(errno));
         return false;
     }
     return true;
+}
+
+void Connection::hurry() const
+{
+    auto* const utils = static_cast<spa_thread_utils*>(
+        pw_context_get_object(context_, SPA_TYPE_INTERFACE_ThreadUtils));
+    if (utils != nullptr) {
+        // The library's threads are POSIX threads under another name.
+        auto* const thread =
+            reinterpret_cast<spa_thread*>(static_cast<std::uintptr_t>(pthread_self()));
+        spa_thread_utils_acquire_rt(utils, thread, loopPriority);
+    }
 }
 
 Connection::~Connection()
@@ -82,7 +109,7 @@ Connection::~Connection()
     }
     pw_thread_loop_stop(loop_);
     disconnect();
-    for (spa_source* const source : {lost_, retry_}) {
+    for (spa_source* const source : {lost_, retry_, questions_}) {
         if (source != nullptr) {
             pw_loop_destroy_source(loop(), source);
         }
@@ -110,7 +137,13 @@ int Connection::connect()
 void Connection::reconnect(std::function<void()> connected)
 {
     reconnected_ = std::move(connected);
-    timespec interval = {.tv_sec = reconnected_ ? 1 : 0, .tv_nsec = 0};
+    quickRetries_ = quickRetries;
+    retryEvery(reconnected_ ? quickRetry : 0);
+}
+
+void Connection::retryEvery(long nanoseconds)
+{
+    timespec interval = {.tv_sec = 0, .tv_nsec = nanoseconds};
     pw_loop_update_timer(loop(), retry_, &interval, &interval, false);
 }
 
@@ -118,11 +151,18 @@ void Connection::onRetry(void* data, std::uint64_t /*expirations*/)
 {
     auto& self = *static_cast<Connection*>(data);
     if (self.isConnected() || self.connect() == 0) {
-        pw_loop_update_timer(self.loop(), self.retry_, nullptr, nullptr, false);
+        self.retryEvery(0);
         if (const auto connected = std::exchange(self.reconnected_, nullptr)) {
             connected();
         }
+    } else if (--self.quickRetries_ == 0) {
+        self.retryEvery(slowRetry);
     }
+}
+
+void Connection::onQuestion(void* data, int /*descriptor*/, std::uint32_t /*events*/)
+{
+    static_cast<Connection*>(data)->heartbeat()->answer();
 }
 
 void Connection::disconnect()
@@ -172,6 +212,7 @@ const pw_core_events& Connection::coreEvents()
     static const pw_core_events events = [] {
         pw_core_events table = {};
         table.version = PW_VERSION_CORE_EVENTS;
+        table.info = &Connection::onCoreInfo;
         table.done = &Connection::onCoreDone;
         table.error = &Connection::onCoreError;
         return table;
@@ -179,11 +220,19 @@ const pw_core_events& Connection::coreEvents()
     return events;
 }
 
+void Connection::onCoreInfo(void* data, const pw_core_info* info)
+{
+    static_cast<Connection*>(data)->serverVersion_ = info->version ? info->version : "";
+}
+
 void Connection::onCoreDone(void* data, std::uint32_t id, int sequence)
 {
     auto& self = *static_cast<Connection*>(data);
     if (id == PW_ID_CORE) {
         self.lastDone_ = sequence;
+        if (!std::exchange(self.isHurried_, true)) {
+            self.hurry();
+        }
         self.signal();
     }
 }

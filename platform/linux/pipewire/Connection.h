@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/linux/supervision/Heartbeat.h"
+
 #include <pipewire/pipewire.h>
 
 #include <cstdint>
@@ -19,6 +21,7 @@ public:
     struct Options {
         std::string remote; ///< name of the server's socket; empty: the environment decides
         std::string access; ///< asks for another kind of access, for tests; empty: as it comes
+        std::shared_ptr<Heartbeat> heartbeat; ///< for the supervisor; none: nobody watches
     };
 
     /// Holds the loop's lock. May be nested, but not around waitFor(). [any thread]
@@ -54,8 +57,8 @@ public:
     /// Connects to the server; 0 or a negative errno. May be repeated after disconnect(). [locked]
     int connect();
 
-    /// Tries connect() once a second until it succeeds, then calls `connected` on the loop thread,
-    /// locked; null stops trying. [locked]
+    /// Tries connect() some times a second until it succeeds, then calls `connected` on the loop
+    /// thread, locked; null stops trying. [locked]
     void reconnect(std::function<void()> connected);
 
     /// Drops the connection with everything bound on it. [locked]
@@ -76,19 +79,29 @@ public:
     /// The server's number for this client; SPA_ID_INVALID before the first answer. [locked]
     [[nodiscard]] std::uint32_t clientID() const;
 
+    /// As the server tells it; empty before its first answer. [locked]
+    [[nodiscard]] const std::string& serverVersion() const { return serverVersion_; }
+
     [[nodiscard]] pw_core* core() const { return core_; } ///< null while disconnected
     [[nodiscard]] pw_context* context() const { return context_; }
     [[nodiscard]] pw_loop* loop() const { return pw_thread_loop_get_loop(loop_); }
+    [[nodiscard]] Heartbeat* heartbeat() const { return options_.heartbeat.get(); }
     [[nodiscard]] bool isLoopThread() const { return pw_thread_loop_in_thread(loop_); }
 
 private:
     explicit Connection(Options options);
     bool start(std::string& error);
+    /// Asks, on the loop thread, for a priority at which new streams are seen before they are
+    /// linked anywhere. Without it, which the system may refuse, that is only likely.
+    void hurry() const;
+    static void onCoreInfo(void* data, const pw_core_info* info);
     static void onCoreDone(void* data, std::uint32_t id, int sequence);
     static void
     onCoreError(void* data, std::uint32_t id, int sequence, int result, const char* message);
     static void onLost(void* data, std::uint64_t count);
     static void onRetry(void* data, std::uint64_t expirations);
+    void retryEvery(long nanoseconds);
+    static void onQuestion(void* data, int descriptor, std::uint32_t events);
     static const pw_core_events& coreEvents();
 
     Options options_;
@@ -99,10 +112,14 @@ private:
     pw_core* core_ = nullptr;
     spa_source* lost_ = nullptr; ///< leaves the event that reported the loss before acting on it
     spa_source* retry_ = nullptr;
+    spa_source* questions_ = nullptr; ///< the supervisor's
     spa_hook coreHook_ = {};
+    std::string serverVersion_;
     int lastSync_ = 0;
     int lastDone_ = 0;
+    int quickRetries_ = 0; ///< left, before it tries less often
     bool isLost_ = false;
+    bool isHurried_ = false;
 };
 
 } // namespace fadewell::pipewire

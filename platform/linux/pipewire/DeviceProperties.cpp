@@ -40,10 +40,22 @@ std::optional<AudioObjectID> DeviceTable::deviceForNodeName(std::string_view nam
     return found == order_.end() ? std::nullopt : std::optional(*found);
 }
 
+std::optional<AudioObjectID> DeviceTable::deviceForTarget(const std::string& target) const
+{
+    const auto serial = number(target);
+    if (!serial) {
+        return deviceForNodeName(target);
+    }
+    const auto found = std::find_if(order_.begin(), order_.end(), [&](AudioObjectID device) {
+        return devices_.at(device).serial == *serial;
+    });
+    return found == order_.end() ? std::nullopt : std::optional(*found);
+}
+
 std::optional<std::uint32_t> DeviceTable::nodeForDevice(AudioObjectID device) const
 {
     const Device* const found = alive(device);
-    return found == nullptr ? std::nullopt : std::optional(found->node);
+    return found == nullptr || found->frozenUntil ? std::nullopt : std::optional(found->node);
 }
 
 const DeviceTable::Device* DeviceTable::alive(AudioObjectID device) const
@@ -124,62 +136,77 @@ std::optional<std::string> DeviceTable::text(AudioObjectID object,
 bool DeviceTable::isSettable(AudioObjectID object, const AudioObjectPropertyAddress& address) const
 {
     const Device* const device = alive(object);
-    if (device == nullptr || !inputValue(*device, address)) {
-        return false;
-    }
-    const GraphNode* const node = graph_.node(device->node);
-    if (node == nullptr) {
-        return false;
-    }
-    if (routeOf(*node, false) == nullptr) {
-        return node->isWritable();
-    }
-    const auto card = number(node->props, PW_KEY_DEVICE_ID);
-    return graph_.device(static_cast<std::uint32_t>(*card))->isWritable();
+    return device != nullptr && device->isWritable && inputValue(*device, address);
 }
 
 OSStatus DeviceTable::set(AudioObjectID object,
                           const AudioObjectPropertyAddress& address,
                           std::span<const std::byte> data)
 {
-    if (!isSettable(object, address)) {
+    if (!isSettable(object, address) && !takesLater(object)) {
         return kAudioHardwareIllegalOperationError;
     }
-    const Device& device = devices_.at(object);
     NodeVolume wanted;
-    if (address.mSelector == kAudioDevicePropertyMute) {
+    const OSStatus status = parse(devices_.at(object), address.mSelector, data, wanted);
+    return status == kAudioHardwareNoError ? apply(object, wanted) : status;
+}
+
+OSStatus DeviceTable::parse(const Device& device,
+                            AudioObjectPropertySelector selector,
+                            std::span<const std::byte> data,
+                            NodeVolume& wanted)
+{
+    if (selector == kAudioDevicePropertyMute) {
         std::uint32_t isMuted = 0;
         if (!readBytes(data, isMuted)) {
             return kAudioHardwareBadPropertySizeError;
         }
         wanted.isMuted = isMuted != 0;
         wanted.hasMute = true;
-    } else {
-        float shown = 0;
-        if (!readBytes(data, shown)) {
-            return kAudioHardwareBadPropertySizeError;
-        }
-        if (!std::isfinite(shown)) {
-            return kAudioHardwareIllegalOperationError;
-        }
-        shown = std::clamp(shown, 0.0F, 1.0F);
-        wanted.channels.assign(device.volume.channels.size(), shown * shown * shown);
+        return kAudioHardwareNoError;
     }
-    return write(device.node, wanted) < 0 ? kAudioHardwareUnspecifiedError : kAudioHardwareNoError;
+    float shown = 0;
+    if (!readBytes(data, shown)) {
+        return kAudioHardwareBadPropertySizeError;
+    }
+    if (!std::isfinite(shown)) {
+        return kAudioHardwareIllegalOperationError;
+    }
+    shown = std::clamp(shown, 0.0F, 1.0F);
+    wanted.channels.assign(device.volume.channels.size(), shown * shown * shown);
+    return kAudioHardwareNoError;
 }
 
-int DeviceTable::write(std::uint32_t nodeID, const NodeVolume& wanted)
+OSStatus DeviceTable::apply(AudioObjectID object, const NodeVolume& wanted)
+{
+    Device& device = devices_.at(object);
+    if (device.isAlive && !device.frozenUntil) {
+        if (write(object, device.node, wanted) < 0) {
+            return kAudioHardwareUnspecifiedError;
+        }
+        remember(object, wanted);
+        return kAudioHardwareNoError;
+    }
+    remember(object, wanted);
+    const Device before = device;
+    device.volume = device.volume.with(wanted);
+    announce(object, before, device);
+    return kAudioHardwareNoError;
+}
+
+int DeviceTable::write(AudioObjectID object, std::uint32_t nodeID, const NodeVolume& wanted)
 {
     const GraphNode& node = *graph_.node(nodeID);
-    const GraphRoute* const route = routeOf(node, false);
-    // The card's own control where there is one: the session manager keeps what is set there.
-    const int sent = route == nullptr
-                         ? graph_.setNodeVolume(nodeID, wanted)
-                         : graph_.setDeviceRoute(
-                               static_cast<std::uint32_t>(
-                                   number(node.props, PW_KEY_DEVICE_ID).value_or(SPA_ID_INVALID)),
-                               *route,
-                               wanted);
+    int sent = 0;
+    // The card's own control where there is one.
+    if (const GraphRoute* const route = routeOf(node, false)) {
+        GraphRoute changed = *route;
+        changed.isSaved = written_[object].keeping.isToBeSaved(route->isSaved, wanted);
+        const auto card = number(node.props, PW_KEY_DEVICE_ID).value_or(SPA_ID_INVALID);
+        sent = graph_.setDeviceRoute(static_cast<std::uint32_t>(card), changed, wanted);
+    } else {
+        sent = graph_.setNodeVolume(nodeID, wanted);
+    }
     if (sent >= 0) {
         graph_.assumeVolume(nodeID, wanted);
     }

@@ -1,6 +1,5 @@
 #include "platform/linux/pipewire/DeviceTable.h"
 
-#include "platform/linux/pipewire/ParameterParsing.h"
 #include "platform/linux/pipewire/StreamRules.h"
 #include "platform/linux/pipewire/TransportRules.h"
 
@@ -11,8 +10,6 @@ namespace fadewell::pipewire {
 
 namespace {
 
-constexpr double fallbackRate = 48000;
-
 bool isOutputClass(std::string_view mediaClass)
 {
     return mediaClass == "Audio/Sink" || mediaClass == "Audio/Duplex";
@@ -22,13 +19,6 @@ bool isInputClass(std::string_view mediaClass)
 {
     return mediaClass == "Audio/Source" || mediaClass == "Audio/Source/Virtual" ||
            mediaClass == "Audio/Duplex";
-}
-
-bool isDevice(const GraphNode& node)
-{
-    const std::string_view mediaClass = find(node.props, PW_KEY_MEDIA_CLASS).value_or("");
-    return node.hasInfo && (isOutputClass(mediaClass) || isInputClass(mediaClass)) &&
-           find(node.props, PW_KEY_NODE_NAME) && !isOwnNode(node.props);
 }
 
 std::string displayName(const Properties& node)
@@ -43,39 +33,35 @@ std::string displayName(const Properties& node)
 
 } // namespace
 
-DeviceTable::DeviceTable(Graph& graph, ObjectIDs& ids, ListenerTable& listeners)
+DeviceTable::DeviceTable(Graph& graph, ObjectIDs& ids, ListenerTable& listeners, FrozenTime& frozen)
     : graph_(graph)
     , ids_(ids)
     , listeners_(listeners)
+    , frozen_(frozen)
 {
     const Connection::Lock lock(graph_.connection());
     graph_.addObserver(*this);
+    frozen_.add(*this);
 }
 
 DeviceTable::~DeviceTable()
 {
     const Connection::Lock lock(graph_.connection());
     graph_.removeObserver(*this);
+    frozen_.remove(*this);
+}
+
+bool DeviceTable::isDevice(const GraphNode& node)
+{
+    const std::string_view mediaClass = find(node.props, PW_KEY_MEDIA_CLASS).value_or("");
+    return node.hasInfo && (isOutputClass(mediaClass) || isInputClass(mediaClass)) &&
+           find(node.props, PW_KEY_NODE_NAME) && !isOwnNode(node.props);
 }
 
 void DeviceTable::nodeChanged(const GraphNode& node)
 {
     if (isDevice(node)) {
         update(node);
-    }
-}
-
-void DeviceTable::nodeRemoved(const GraphNode& node)
-{
-    const std::string uid = pipewire::text(node.props, PW_KEY_NODE_NAME);
-    const auto device = deviceForNodeName(uid);
-    if (!device || devices_.at(*device).node != node.id) {
-        return;
-    }
-    lose(*device);
-    // Another one of the same name steps in.
-    if (const GraphNode* const other = graph_.nodeNamed(uid)) {
-        nodeChanged(*other);
     }
 }
 
@@ -88,41 +74,33 @@ void DeviceTable::deviceChanged(const GraphDevice& card)
     }
 }
 
-void DeviceTable::metadataChanged(std::uint32_t subject,
-                                  const std::string& /*key*/,
-                                  const std::optional<std::string>& /*value*/)
-{
-    if (subject == PW_ID_CORE) {
-        refreshDefaults();
-    }
-}
-
 void DeviceTable::settingsChanged()
 {
+    for (const char* const key : {"clock.force-rate", "clock.rate"}) {
+        const auto rate = number(graph_.settingsValue(key).value_or(""));
+        if (rate && *rate > 0) {
+            graphRate_ = static_cast<double>(*rate);
+            break;
+        }
+    }
     for (const auto& [id, node] : graph_.nodes()) {
         nodeChanged(node);
     }
 }
 
-void DeviceTable::metadataAvailable(bool /*isAvailable*/)
-{
-    refreshDefaults();
-}
-
-void DeviceTable::disconnected()
-{
-    while (!order_.empty()) {
-        lose(order_.back());
-    }
-}
-
-void DeviceTable::update(const GraphNode& node)
+void DeviceTable::update(const GraphNode& node, bool isForced)
 {
     Device after = describe(node);
     const AudioObjectID object = ids_.forDevice(after.uid);
     Device& device = devices_[object];
-    if (device.isAlive && device.node != after.node) {
+    const bool isAttached = device.isAlive && !device.frozenUntil;
+    if ((isAttached && device.node != after.node) ||
+        (device.frozenUntil && !isForced && !isAsComplete(node, device)) || giveBack(object, node))
+    {
         return;
+    }
+    if (device.isAlive && after.volume.channels.empty()) {
+        after.volume = device.volume; // It is told last.
     }
     const Device before = std::exchange(device, std::move(after));
     const bool isBack = !before.isAlive;
@@ -130,25 +108,16 @@ void DeviceTable::update(const GraphNode& node)
         order_.push_back(object);
     }
     announce(object, before, device);
+    follow(object, device.volume);
     if (isBack) {
         listeners_.notify(kAudioObjectSystemObject, kAudioHardwarePropertyDevices);
+    }
+    if (!isAttached) {
         refreshDefaults();
     }
-    if (isBack || before.rate != device.rate) {
+    if (!isAttached || before.rate != device.rate) {
         tellChanged();
     }
-}
-
-void DeviceTable::lose(AudioObjectID object)
-{
-    Device& device = devices_.at(object);
-    device.isAlive = false;
-    device.node = SPA_ID_INVALID;
-    std::erase(order_, object);
-    listeners_.notify(object, kAudioDevicePropertyDeviceIsAlive);
-    listeners_.notify(kAudioObjectSystemObject, kAudioHardwarePropertyDevices);
-    refreshDefaults();
-    tellChanged();
 }
 
 DeviceTable::Device DeviceTable::describe(const GraphNode& node)
@@ -159,11 +128,15 @@ DeviceTable::Device DeviceTable::describe(const GraphNode& node)
         cardID ? graph_.device(static_cast<std::uint32_t>(*cardID)) : nullptr;
     Device device;
     device.node = node.id;
+    device.serial = node.serial;
     device.uid = pipewire::text(node.props, PW_KEY_NODE_NAME);
     device.name = displayName(node.props);
     device.isAlive = true;
     const bool hasOutput = isOutputClass(mediaClass);
     const GraphRoute* const route = routeOf(node, hasOutput);
+    device.hasRoute = route != nullptr;
+    device.isWritable =
+        routeOf(node, false) == nullptr ? node.isWritable() : card && card->isWritable();
     device.transport = transportType(node.props, card ? card->props : Properties{}, route);
     device.rate = node.rate > 0 ? node.rate : graphRate();
     device.volume = node.volume;
@@ -209,30 +182,14 @@ void DeviceTable::announce(AudioObjectID object, const Device& before, const Dev
     tell(before.rate != after.rate, kAudioDevicePropertyNominalSampleRate);
     tell(before.outputStreams != after.outputStreams, kAudioDevicePropertyStreams, output);
     tell(before.inputStreams != after.inputStreams, kAudioDevicePropertyStreams, input);
-    tell(before.volume.channels != after.volume.channels, kAudioDevicePropertyVolumeScalar, input);
+    tell(before.volume.channels != after.volume.channels || before.isWritable != after.isWritable,
+         kAudioDevicePropertyVolumeScalar,
+         input);
     tell(before.volume.isMuted != after.volume.isMuted ||
              before.volume.hasMute != after.volume.hasMute,
          kAudioDevicePropertyMute,
          input);
     tell(before.isAlive != after.isAlive, kAudioDevicePropertyDeviceIsAlive);
-}
-
-void DeviceTable::refreshDefaults()
-{
-    const auto named = [this](const char* key) {
-        const auto json = graph_.metadataValue(PW_ID_CORE, key);
-        return json ? parseDefaultName(*json).value_or("") : std::string();
-    };
-    defaultSinkName_ = named("default.audio.sink");
-    const AudioObjectID output = withScope(defaultSinkName_, &Device::outputStreams);
-    const AudioObjectID input = withScope(named("default.audio.source"), &Device::inputStreams);
-    if (std::exchange(defaultOutput_, output) != output) {
-        listeners_.notify(kAudioObjectSystemObject, kAudioHardwarePropertyDefaultOutputDevice);
-        tellChanged();
-    }
-    if (std::exchange(defaultInput_, input) != input) {
-        listeners_.notify(kAudioObjectSystemObject, kAudioHardwarePropertyDefaultInputDevice);
-    }
 }
 
 AudioObjectID DeviceTable::withScope(std::string_view name,
@@ -241,17 +198,6 @@ AudioObjectID DeviceTable::withScope(std::string_view name,
     const auto device = deviceForNodeName(name);
     // A sink's monitor may be the default source: that is no input.
     return device && !(devices_.at(*device).*streams).empty() ? *device : kAudioObjectUnknown;
-}
-
-double DeviceTable::graphRate() const
-{
-    for (const char* const key : {"clock.force-rate", "clock.rate"}) {
-        const auto rate = number(graph_.settingsValue(key).value_or(""));
-        if (rate && *rate > 0) {
-            return static_cast<double>(*rate);
-        }
-    }
-    return fallbackRate;
 }
 
 void DeviceTable::tellChanged()

@@ -1,5 +1,7 @@
 #include "platform/linux/pipewire/Graph.h"
 
+#include <pipewire/permission.h>
+
 #include <cerrno>
 #include <utility>
 
@@ -60,9 +62,14 @@ void Graph::detach()
         return;
     }
     bindings_.clear();
-    settings_.reset();
     spa_hook_remove(&registryHook_);
     pw_proxy_destroy(reinterpret_cast<pw_proxy*>(std::exchange(registry_, nullptr)));
+    clear();
+}
+
+void Graph::clear()
+{
+    settings_.reset();
     clients_.clear();
     nodes_.clear();
     ports_.clear();
@@ -123,6 +130,20 @@ std::vector<const GraphLink*> Graph::linksBetween(std::uint32_t outputNode,
 std::uint32_t Graph::metadataPermissions() const
 {
     return metadata_ == nullptr ? 0 : metadata_->object().permissions;
+}
+
+void Graph::noteGranted()
+{
+    if (metadata_ != nullptr) {
+        metadata_->setPermissions(PW_PERM_ALL);
+    }
+    for (auto& [id, device] : devices_) {
+        device.permissions = PW_PERM_ALL;
+    }
+    for (auto& [id, node] : nodes_) {
+        node.permissions = PW_PERM_ALL;
+        nodeUpdated(id);
+    }
 }
 
 std::optional<std::string> Graph::metadataValue(std::uint32_t subject, const std::string& key) const

@@ -62,6 +62,9 @@ public:
     [[nodiscard]] bool hasMetadata() const { return metadata_ != nullptr; }
     /// PW_PERM_ bits on the metadata; 0 when it isn't there. [locked]
     [[nodiscard]] std::uint32_t metadataPermissions() const;
+    /// The server has let through what it refused before: everything there is counts as writable.
+    /// [locked]
+    void noteGranted();
     /// A value of the session manager's metadata. [locked]
     [[nodiscard]] std::optional<std::string> metadataValue(std::uint32_t subject,
                                                            const std::string& key) const;
@@ -81,7 +84,7 @@ public:
     /// Writes what `volume` knows to a node; status as setMetadata(). [locked]
     int setNodeVolume(std::uint32_t node, const NodeVolume& volume);
 
-    /// Writes what `volume` knows to a card's route and has it kept. [locked]
+    /// Writes what `volume` knows to a card's route; kept when the route is saved. [locked]
     int setDeviceRoute(std::uint32_t device, const GraphRoute& route, const NodeVolume& volume);
 
     /// Shows what was just written to a node until the server's answers have settled; then what
@@ -120,6 +123,7 @@ private:
     void keepMetadata(bool isSessions, GraphObject object, pw_proxy* proxy);
     void remove(std::uint32_t id);
     void removeMetadata();
+    void clear();
     template <class Notify>
     void tellAll(Notify notify)
     {

@@ -40,6 +40,14 @@ struct NodeVolume {
     bool isMuted = false;
     bool hasMute = false;
 
+    /// This with whatever `written` knows in its place.
+    [[nodiscard]] NodeVolume with(const NodeVolume& written) const
+    {
+        return {written.channels.empty() ? channels : written.channels,
+                written.hasMute ? written.isMuted : isMuted,
+                hasMute || written.hasMute};
+    }
+
     bool operator==(const NodeVolume&) const = default;
 };
 
@@ -76,6 +84,7 @@ struct GraphRoute {
     std::string name;
     std::string portType; ///< "headphones", "speaker", "hdmi", …
     Availability available = Availability::unknown;
+    bool isSaved = false; ///< the session manager keeps it and its volume as the user's choice
 
     bool operator==(const GraphRoute&) const = default;
 };

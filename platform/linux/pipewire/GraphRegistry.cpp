@@ -70,6 +70,10 @@ void Graph::remove(std::uint32_t id)
     } else if (settings_ != nullptr && settings_->object().id == id) {
         settings_.reset();
     }
+    // Nobody is told that these values have gone, and the next object may get the same id.
+    if (metadata_ != nullptr) {
+        metadata_->take(id, nullptr, nullptr);
+    }
 }
 
 } // namespace fadewell::pipewire

@@ -1,6 +1,5 @@
 #include "platform/linux/pipewire/Metadata.h"
 
-#include <cerrno>
 #include <utility>
 
 namespace fadewell::pipewire {
@@ -51,10 +50,11 @@ std::optional<std::string> Metadata::value(std::uint32_t subject, const std::str
 int Metadata::set(std::uint32_t subject,
                   const std::string& key,
                   const char* type,
-                  const char* value) const
+                  const char* value)
 {
     if (proxy_ == nullptr) {
-        return -ENOENT;
+        take(subject, key.c_str(), value);
+        return 0;
     }
     return pw_metadata_set_property(
         reinterpret_cast<pw_metadata*>(proxy_), subject, key.c_str(), type, value);

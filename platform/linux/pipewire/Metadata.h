@@ -19,19 +19,20 @@ public:
         std::uint32_t subject, const std::string& key, const std::optional<std::string>& value)>;
     using Refused = std::function<void(int result)>;
 
-    /// Owns `proxy`, through which the values arrive one by one; null keeps the object mute.
+    /// Owns `proxy`, through which the values arrive one by one. With null it is its own server:
+    /// what is written counts at once.
     Metadata(pw_proxy* proxy, GraphObject object, Changed changed, Refused refused);
     ~Metadata();
     Metadata(const Metadata&) = delete;
     Metadata& operator=(const Metadata&) = delete;
 
     [[nodiscard]] const GraphObject& object() const { return object_; }
+    void setPermissions(std::uint32_t permissions) { object_.permissions = permissions; }
     [[nodiscard]] std::optional<std::string> value(std::uint32_t subject,
                                                    const std::string& key) const;
 
     /// Deletes when `value` is absent; a negative errno when it can't be sent.
-    int
-    set(std::uint32_t subject, const std::string& key, const char* type, const char* value) const;
+    int set(std::uint32_t subject, const std::string& key, const char* type, const char* value);
 
     /// What the server tells: a null key forgets the whole subject, a null value one key.
     void take(std::uint32_t subject, const char* key, const char* value);

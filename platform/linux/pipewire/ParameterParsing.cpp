@@ -132,6 +132,7 @@ std::optional<GraphRoute> parseRoute(const spa_pod* route)
     std::uint32_t available = SPA_PARAM_AVAILABILITY_unknown;
     const char* name = nullptr;
     const spa_pod* info = nullptr;
+    bool isSaved = false;
     const int parsed = spa_pod_parse_object(route,
                                             SPA_TYPE_OBJECT_ParamRoute,
                                             nullptr,
@@ -146,7 +147,9 @@ std::optional<GraphRoute> parseRoute(const spa_pod* route)
                                             SPA_PARAM_ROUTE_available,
                                             SPA_POD_OPT_Id(&available),
                                             SPA_PARAM_ROUTE_info,
-                                            SPA_POD_OPT_Pod(&info));
+                                            SPA_POD_OPT_Pod(&info),
+                                            SPA_PARAM_ROUTE_save,
+                                            SPA_POD_OPT_Bool(&isSaved));
     if (parsed < 0 || index < 0) {
         return std::nullopt;
     }
@@ -155,7 +158,8 @@ std::optional<GraphRoute> parseRoute(const spa_pod* route)
                       .device = device,
                       .name = name == nullptr ? "" : name,
                       .portType = portType(info),
-                      .available = availability(available)};
+                      .available = availability(available),
+                      .isSaved = isSaved};
 }
 
 const spa_pod*
@@ -179,7 +183,7 @@ buildRoute(spa_pod_builder& builder, const GraphRoute& route, const NodeVolume& 
     spa_pod_builder_prop(&builder, SPA_PARAM_ROUTE_props, 0);
     static_cast<void>(buildVolume(builder, SPA_PARAM_Route, volume));
     spa_pod_builder_prop(&builder, SPA_PARAM_ROUTE_save, 0);
-    spa_pod_builder_bool(&builder, true);
+    spa_pod_builder_bool(&builder, route.isSaved);
     return static_cast<const spa_pod*>(spa_pod_builder_pop(&builder, &frame));
 }
 

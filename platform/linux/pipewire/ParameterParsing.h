@@ -29,7 +29,7 @@ void parseVolume(const spa_pod* props, NodeVolume& volume);
 [[nodiscard]] const spa_pod*
 buildVolume(spa_pod_builder& builder, std::uint32_t paramID, const NodeVolume& volume);
 
-/// The parameter that sets volume and mute of a card's route and has them kept.
+/// The parameter that sets volume and mute of a card's route; kept when the route is saved.
 [[nodiscard]] const spa_pod*
 buildRoute(spa_pod_builder& builder, const GraphRoute& route, const NodeVolume& volume);
 

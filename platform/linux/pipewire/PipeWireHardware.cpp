@@ -1,6 +1,7 @@
 #include "platform/linux/pipewire/PipeWireHardware.h"
 
 #include "base/Logger.h"
+#include "base/SystemClock.h"
 
 #include <algorithm>
 #include <cstring>
@@ -35,12 +36,13 @@ bool waitForSessionManager(Connection& connection, const pipewire::Graph& graph)
 std::shared_ptr<PipeWireHardware> PipeWireHardware::create(
     Options options, std::shared_ptr<ProcessIdentity> identity, std::string& error)
 {
-    auto connection = Connection::open(std::move(options), error);
+    auto connection = Connection::open(std::move(options.connection), error);
     if (connection == nullptr) {
         return nullptr;
     }
     std::shared_ptr<PipeWireHardware> hardware(
         new PipeWireHardware(std::move(connection), std::move(identity)));
+    hardware->journalFolder_ = std::move(options.journalFolder);
     return hardware->fillMirror(error) ? hardware : nullptr;
 }
 
@@ -48,8 +50,9 @@ PipeWireHardware::PipeWireHardware(std::unique_ptr<Connection> connection,
                                    std::shared_ptr<ProcessIdentity> identity)
     : connection_(std::move(connection))
     , graph_(*connection_)
-    , devices_(graph_, ids_, listeners_)
-    , processes_(graph_, ids_, listeners_, devices_, std::move(identity))
+    , frozen_(*connection_, std::make_shared<SystemClock>())
+    , devices_(graph_, ids_, listeners_, frozen_)
+    , processes_(graph_, ids_, listeners_, devices_, frozen_, std::move(identity))
 {
     const Connection::Lock lock(*connection_);
     connection_->onDisconnected([this] {
@@ -229,10 +232,11 @@ OSStatus PipeWireHardware::setData(AudioObjectID object,
     if (!exists(object)) {
         return kAudioHardwareBadObjectError;
     }
-    if (!has(object, address)) {
+    const bool isKnown = has(object, address);
+    const Connection::Lock lock(*connection_);
+    if (!isKnown && !devices_.takesLater(object)) {
         return kAudioHardwareUnknownPropertyError;
     }
-    const Connection::Lock lock(*connection_);
     return devices_.set(object, address, data);
 }
 
@@ -285,10 +289,34 @@ OSStatus PipeWireHardware::removeListener(ListenerToken token)
     return listeners_.remove(token) ? kAudioHardwareNoError : kAudioHardwareBadObjectError;
 }
 
+ServerDescription PipeWireHardware::describeServer() const
+{
+    const Connection::Lock lock(*connection_);
+    ServerDescription server;
+    server.version = connection_->serverVersion();
+    server.libraryVersion = pw_get_library_version();
+    server.rate = graph_.settingsValue("clock.rate").value_or("?");
+    server.quantum = graph_.settingsValue("clock.quantum").value_or("?");
+    for (const auto& [id, client] : graph_.clients()) {
+        if (pipewire::isTrue(client.props, "wireplumber.daemon") && server.sessionManager.empty()) {
+            server.sessionManager = pipewire::text(client.props, PW_KEY_APP_NAME);
+        }
+        server.hasPulseServer |=
+            pipewire::find(client.props, "config.name") == std::string_view("pipewire-pulse.conf");
+    }
+    return server;
+}
+
 std::vector<UntappableProcess> PipeWireHardware::untappable()
 {
     const Connection::Lock lock(*connection_);
     return processes_.untappable();
+}
+
+SoundServerInfo::State PipeWireHardware::soundServer()
+{
+    const pipewire::Connection::Lock lock(*connection_);
+    return {"PipeWire", connection_->serverVersion(), connection_->isConnected()};
 }
 
 } // namespace fadewell

@@ -1,16 +1,21 @@
 #pragma once
 
 #include "audio/AudioHardware.h"
+#include "audio/SoundServerInfo.h"
+#include "audio/StartGate.h"
 #include "audio/Tappability.h"
 #include "platform/linux/ProcessIdentity.h"
 #include "platform/linux/pipewire/Connection.h"
 #include "platform/linux/pipewire/DeviceTable.h"
+#include "platform/linux/pipewire/FrozenTime.h"
 #include "platform/linux/pipewire/Graph.h"
 #include "platform/linux/pipewire/ListenerTable.h"
 #include "platform/linux/pipewire/ObjectIDs.h"
 #include "platform/linux/pipewire/ProcessTable.h"
 #include "platform/linux/pipewire/PropertyValue.h"
+#include "platform/linux/pipewire/ServerDescription.h"
 
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -26,9 +31,16 @@ class Taps;
 ///
 /// Answers from the mirror and never waits for the server to read a property; only building,
 /// moving and tearing down taps waits.
-class PipeWireHardware final : public AudioHardware, public Tappability {
+class PipeWireHardware final : public AudioHardware,
+                               public Tappability,
+                               public StartGate,
+                               public SoundServerInfo {
 public:
-    using Options = pipewire::Connection::Options;
+    struct Options {
+        pipewire::Connection::Options connection;
+        /// Where the apps' own outputs are kept for the case of a crash; empty: nowhere.
+        std::filesystem::path journalFolder;
+    };
 
     /// Connects and fills the mirror. Absent, with `error` saying what is wrong, when there is no
     /// server to talk to.
@@ -81,6 +93,12 @@ public:
     OSStatus stop(AudioObjectID device, IOProcID id) override;
 
     [[nodiscard]] std::vector<UntappableProcess> untappable() override;
+    [[nodiscard]] SoundServerInfo::State soundServer() override;
+
+    [[nodiscard]] ServerDescription describeServer() const;
+
+    void setGatedApps(std::vector<GatedApp> apps) override;
+    void setLoweredStarts(std::optional<LoweredStarts> lowered) override;
 
 private:
     PipeWireHardware(std::unique_ptr<pipewire::Connection> connection,
@@ -120,10 +138,12 @@ private:
     [[nodiscard]] std::vector<AudioObjectID> aggregateIDs() const;
     [[nodiscard]] AudioObjectID aggregateForUID(std::string_view uid) const;
 
+    std::filesystem::path journalFolder_;
     std::unique_ptr<pipewire::Connection> connection_;
     pipewire::ListenerTable listeners_;
     pipewire::ObjectIDs ids_;
     pipewire::Graph graph_;
+    pipewire::FrozenTime frozen_;
     pipewire::DeviceTable devices_;
     pipewire::ProcessTable processes_;
     std::shared_ptr<pipewire::Taps> taps_; ///< shared only because its type is told nowhere here

@@ -9,7 +9,12 @@ using pipewire::Taps;
 void PipeWireHardware::makeTaps()
 {
     const Connection::Lock lock(*connection_);
-    taps_ = std::make_shared<Taps>(graph_, ids_, listeners_, devices_, processes_);
+    taps_ = std::make_shared<Taps>(graph_, ids_, listeners_, devices_, processes_, journalFolder_);
+    devices_.onChanged([taps = std::weak_ptr(taps_)] {
+        if (const auto alive = taps.lock()) {
+            alive->followDevices();
+        }
+    });
 }
 
 bool PipeWireHardware::tapsOwn(AudioObjectID object) const
@@ -86,6 +91,16 @@ AudioObjectID PipeWireHardware::aggregateForUID(std::string_view uid) const
 {
     const Connection::Lock lock(*connection_);
     return taps_->aggregateForUID(uid);
+}
+
+void PipeWireHardware::setGatedApps(std::vector<GatedApp> apps)
+{
+    taps_->setGatedApps(std::move(apps));
+}
+
+void PipeWireHardware::setLoweredStarts(std::optional<LoweredStarts> lowered)
+{
+    taps_->setLoweredStarts(std::move(lowered));
 }
 
 OSStatus PipeWireHardware::tapDescription(AudioObjectID tap, TapDescription& description)

@@ -37,15 +37,18 @@ ProcessTable::ProcessTable(Graph& graph,
                            ObjectIDs& ids,
                            ListenerTable& listeners,
                            DeviceTable& devices,
+                           FrozenTime& frozen,
                            std::shared_ptr<ProcessIdentity> identity)
     : graph_(graph)
     , ids_(ids)
     , listeners_(listeners)
     , devices_(devices)
+    , frozen_(frozen)
     , identity_(std::move(identity))
 {
     const Connection::Lock lock(graph_.connection());
     graph_.addObserver(*this);
+    frozen_.add(*this);
     devices_.onChanged([this] { refresh(); });
 }
 
@@ -53,6 +56,7 @@ ProcessTable::~ProcessTable()
 {
     const Connection::Lock lock(graph_.connection());
     graph_.removeObserver(*this);
+    frozen_.remove(*this);
 }
 
 void ProcessTable::refresh()
@@ -78,8 +82,18 @@ void ProcessTable::clientRemoved(const GraphClient& client)
     }
 }
 
+void ProcessTable::giveUp(std::uint32_t node)
+{
+    const GraphNode* const stream = graph_.node(node);
+    if (stream != nullptr) {
+        givenUp_.insert(node);
+        update(*stream);
+    }
+}
+
 void ProcessTable::nodeRemoved(const GraphNode& node)
 {
+    givenUp_.erase(node.id);
     forget(node.id);
 }
 
@@ -93,6 +107,31 @@ void ProcessTable::linkChanged(const GraphLink& link)
     }
 }
 
+/// The session manager moves a stream by linking it anew, and the stream stands still in between.
+void ProcessTable::linkRemoved(const GraphLink& link)
+{
+    for (const std::uint32_t end : {link.outputNode, link.inputNode}) {
+        const auto found = streams_.find(end);
+        if (found != streams_.end() && found->second.isRunning && !found->second.untappable &&
+            !isLinked(end))
+        {
+            found->second.movingUntil = frozen_.start();
+        }
+    }
+    linkChanged(link);
+}
+
+bool ProcessTable::isLinked(std::uint32_t node) const
+{
+    return !graph_.linksBetween(node, SPA_ID_INVALID).empty() ||
+           !graph_.linksBetween(SPA_ID_INVALID, node).empty();
+}
+
+bool ProcessTable::isMoving(const Stream& stream) const
+{
+    return stream.movingUntil && !frozen_.isOver(*stream.movingUntil);
+}
+
 void ProcessTable::metadataChanged(std::uint32_t subject,
                                    const std::string& key,
                                    const std::optional<std::string>& /*value*/)
@@ -103,12 +142,48 @@ void ProcessTable::metadataChanged(std::uint32_t subject,
     }
 }
 
+void ProcessTable::metadataAvailable(bool isAvailable)
+{
+    if (!isAvailable) {
+        freeze();
+    }
+}
+
 void ProcessTable::disconnected()
 {
+    freeze();
     while (!streams_.empty()) {
         forget(streams_.begin()->first);
     }
+    givenUp_.clear();
     pidsOfClient_.clear();
+    dropUnclaimed();
+}
+
+void ProcessTable::freeze()
+{
+    frozenUntil_ = frozen_.start();
+    for (auto& [object, process] : processes_) {
+        process.isFrozen = true;
+    }
+}
+
+void ProcessTable::thaw()
+{
+    for (const auto& [id, node] : graph_.nodes()) {
+        const auto stream = streams_.find(id);
+        if (stream != streams_.end() && stream->second.movingUntil && !isMoving(stream->second)) {
+            update(node);
+        }
+    }
+    if (!frozenUntil_ || !frozen_.isOver(*frozenUntil_)) {
+        return;
+    }
+    frozenUntil_.reset();
+    for (auto& [object, process] : processes_) {
+        process.isFrozen = false;
+    }
+    refresh();
     dropUnclaimed();
 }
 
@@ -126,11 +201,32 @@ std::optional<ProcessTable::Stream> ProcessTable::examine(const GraphNode& node)
     stream.serial = node.serial;
     stream.pid = *pid;
     stream.kind = kind;
-    stream.untappable = untappableReason(node);
+    stream.untappable =
+        givenUp_.contains(node.id) ? UntappableReason::contested : untappableReason(node);
     stream.isKnown = node.hasInfo;
     stream.isRunning =
         node.hasInfo && node.state == PW_NODE_STATE_RUNNING && isHeard(node.id, stream);
     return stream;
+}
+
+std::optional<ProcessTable::Owner> ProcessTable::ownerOf(const GraphClient& client)
+{
+    const auto pid = client.hasInfo ? pids_.resolve({}, &client) : std::nullopt;
+    if (!pid) {
+        return std::nullopt;
+    }
+    const AudioObjectID object = ids_.forProcess(*pid);
+    const auto known = processes_.find(object);
+    const auto appID = known != processes_.end()
+                           ? known->second.bundleID
+                           : identity_->peekBundleID(*pid, hintsOf(GraphNode{}, &client));
+    return Owner{object, appID.value_or("")};
+}
+
+bool ProcessTable::isTappable(std::uint32_t node) const
+{
+    const auto found = streams_.find(node);
+    return found != streams_.end() && found->second.isKnown && found->second.isTappable();
 }
 
 bool ProcessTable::isHeard(std::uint32_t node, const Stream& stream) const
@@ -166,6 +262,10 @@ void ProcessTable::update(const GraphNode& node)
     }
     Stream& stream = streams_[node.id];
     examined->toldAs = stream.toldAs;
+    if (isMoving(stream) && !(examined->isRunning && isLinked(node.id))) {
+        examined->isRunning = true;
+        examined->movingUntil = stream.movingUntil;
+    }
     stream = *examined;
     // Who it is gets decided once, so everything that it says of itself has to be there.
     const GraphClient* const client = graph_.client(clientIDOf(node.props));
@@ -219,12 +319,13 @@ void ProcessTable::dropUnclaimed()
         claimed.insert(stream.pid);
     }
     const auto dropped = std::erase_if(processes_, [&](const auto& entry) {
-        const bool isGone = !claimed.contains(entry.second.pid);
-        if (isGone) {
+        const std::int32_t pid = entry.second.pid;
+        const bool isKept = claimed.contains(pid) || (frozenUntil_ && identity_->isRunning(pid));
+        if (!isKept) {
             std::erase(order_, entry.first);
-            identity_->forget(entry.second.pid);
+            identity_->forget(pid);
         }
-        return isGone;
+        return !isKept;
     });
     if (dropped > 0) {
         listeners_.notify(kAudioObjectSystemObject, kAudioHardwarePropertyProcessObjectList);
@@ -264,10 +365,16 @@ void ProcessTable::refreshProcess(AudioObjectID object, Process& process)
             return stream.pid == process.pid && stream.isRunning && counts(stream);
         });
     };
-    const bool output = isRunning([](const Stream& stream) { return stream.isTappable(); });
-    const bool input =
-        isRunning([](const Stream& stream) { return stream.kind == StreamKind::input; });
+    bool output = isRunning([](const Stream& stream) { return stream.isTappable(); });
+    bool input = isRunning([](const Stream& stream) { return stream.kind == StreamKind::input; });
     auto devices = devicesOf(process.pid);
+    if (process.isFrozen) {
+        process.isFrozen = !graph_.hasMetadata() || output < process.isRunningOutput ||
+                           input < process.isRunningInput || devices != process.outputDevices;
+        output |= process.isRunningOutput;
+        input |= process.isRunningInput;
+        devices = process.outputDevices;
+    }
     const bool outputChanged = std::exchange(process.isRunningOutput, output) != output;
     const bool inputChanged = std::exchange(process.isRunningInput, input) != input;
     if (outputChanged) {
@@ -312,10 +419,7 @@ AudioObjectID ProcessTable::deviceOf(std::uint32_t node) const
     if (!target) {
         target = currentTarget(graph_, *stream);
     }
-    const GraphNode* const sink = target ? targetNode(graph_, *target) : nullptr;
-    const auto device = sink == nullptr
-                            ? std::nullopt
-                            : devices_.deviceForNodeName(text(sink->props, PW_KEY_NODE_NAME));
+    const auto device = target ? devices_.deviceForTarget(*target) : std::nullopt;
     return device.value_or(devices_.defaultOutput());
 }
 

@@ -23,7 +23,7 @@
 namespace fadewell::pipewire {
 
 /// The processes with audio clients as objects with properties. Belongs to the connection's lock.
-class ProcessTable final : private GraphObserver {
+class ProcessTable final : private GraphObserver, private FrozenTime::Owner {
 public:
     /// What a stream was aimed at before it was taken: absent when it isn't taken, empty when it
     /// followed the default, else the value of its target.
@@ -33,6 +33,7 @@ public:
                  ObjectIDs& ids,
                  ListenerTable& listeners,
                  DeviceTable& devices,
+                 FrozenTime& frozen,
                  std::shared_ptr<ProcessIdentity> identity);
     ~ProcessTable() override;
     ProcessTable(const ProcessTable&) = delete;
@@ -60,6 +61,19 @@ public:
     /// Whose stream this is, whatever kind of stream. [locked]
     [[nodiscard]] std::optional<AudioObjectID> processForNode(std::uint32_t node) const;
 
+    /// Whose stream this is, as far as its client's description tells before its own has come.
+    struct Owner {
+        AudioObjectID process = 0;
+        std::string appID; ///< empty when it belongs to no app
+    };
+    /// Absent while nothing is known of the client. [locked]
+    [[nodiscard]] std::optional<Owner> ownerOf(const GraphClient& client);
+
+    /// False also while nothing but its announcement is known. [locked]
+    [[nodiscard]] bool isTappable(std::uint32_t node) const;
+    /// The stream counts as one that can't be routed until it ends. [locked]
+    void giveUp(std::uint32_t node);
+
     /// The processes whose streams play but can't be routed, each with its first reason. [locked]
     [[nodiscard]] std::vector<UntappableProcess> untappable() const;
 
@@ -72,6 +86,8 @@ private:
         bool isRunning = false;
         bool isKnown = false;     ///< its own description has arrived
         AudioObjectID toldAs = 0; ///< the process that the observer knows it by
+        /// It ran until its last link went, and counts as running until it does again or then.
+        std::optional<double> movingUntil;
 
         [[nodiscard]] bool isTappable() const { return kind == StreamKind::output && !untappable; }
     };
@@ -81,6 +97,7 @@ private:
         bool isRunningOutput = false;
         bool isRunningInput = false;
         std::vector<AudioObjectID> outputDevices;
+        bool isFrozen = false; ///< nothing of the above is taken back
     };
 
     void clientChanged(const GraphClient& client) override;
@@ -89,12 +106,17 @@ private:
     void nodeChanged(const GraphNode& node) override { update(node); }
     void nodeRemoved(const GraphNode& node) override;
     void linkChanged(const GraphLink& link) override;
-    void linkRemoved(const GraphLink& link) override { linkChanged(link); }
+    void linkRemoved(const GraphLink& link) override;
     void metadataChanged(std::uint32_t subject,
                          const std::string& key,
                          const std::optional<std::string>& value) override;
+    void metadataAvailable(bool isAvailable) override;
     void disconnected() override;
+    void thaw() override;
 
+    void freeze();
+    [[nodiscard]] bool isLinked(std::uint32_t node) const;
+    [[nodiscard]] bool isMoving(const Stream& stream) const;
     [[nodiscard]] std::optional<Stream> examine(const GraphNode& node);
     [[nodiscard]] bool isHeard(std::uint32_t node, const Stream& stream) const;
     void update(const GraphNode& node);
@@ -111,14 +133,17 @@ private:
     ObjectIDs& ids_;
     ListenerTable& listeners_;
     DeviceTable& devices_;
+    FrozenTime& frozen_;
     std::shared_ptr<ProcessIdentity> identity_;
     StreamObserver* streamObserver_ = nullptr;
     OwnTarget ownTarget_;
     ProcessPIDs pids_;
     std::map<std::uint32_t, Stream> streams_; ///< by node
+    std::set<std::uint32_t> givenUp_;         ///< nodes
     std::map<std::uint32_t, std::set<std::int32_t>> pidsOfClient_;
     std::map<AudioObjectID, Process> processes_;
     std::vector<AudioObjectID> order_;
+    std::optional<double> frozenUntil_; ///< nobody whose process lives is dropped before
 };
 
 } // namespace fadewell::pipewire

@@ -33,6 +33,12 @@ bool isSkipped(const Properties& node)
         });
 }
 
+/// Level meters get peaks instead of sound, whatever language they are named in.
+bool isMeter(const Properties& node)
+{
+    return isTrue(node, "resample.peaks");
+}
+
 /// JACK programs are no streams: they connect their ports themselves.
 bool isJackProgram(const Properties& node)
 {
@@ -51,7 +57,7 @@ StreamKind streamKind(const Properties& node, std::uint32_t ownClientID)
 {
     if (isOwnNode(node) || number(node, PW_KEY_CLIENT_ID) == ownClientID ||
         find(node, PW_KEY_NODE_LINK_GROUP) || isTrue(node, PW_KEY_STREAM_MONITOR) ||
-        isSkipped(node))
+        isMeter(node) || isSkipped(node))
     {
         return StreamKind::none;
     }

@@ -20,4 +20,12 @@ template <class Condition>
     return true;
 }
 
+/// Waits up to 25 ms, another time each time: what is repeated must not meet the same moment of the
+/// sound's cycles again and again.
+inline void spreadOverCycle()
+{
+    static int count = 0;
+    std::this_thread::sleep_for(std::chrono::milliseconds(++count * 7 % 25));
+}
+
 } // namespace fadewell::integration

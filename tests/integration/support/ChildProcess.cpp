@@ -19,11 +19,10 @@ namespace {
 
 constexpr int notFound = 127;
 
-[[noreturn]] void
-becomeProgram(const std::vector<std::string>& command, pid_t parent, int output, int errors)
+[[noreturn]] void becomeProgram(
+    const std::vector<std::string>& command, pid_t parent, int input, int output, int errors)
 {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
-    const int input = open("/dev/null", O_RDONLY);
     if (getppid() != parent || dup2(input, STDIN_FILENO) < 0 || dup2(output, STDOUT_FILENO) < 0 ||
         dup2(errors, STDERR_FILENO) < 0)
     {
@@ -54,15 +53,23 @@ std::string contents(int file)
 
 } // namespace
 
-ChildProcess::ChildProcess(std::vector<std::string> command)
+ChildProcess::ChildProcess(std::vector<std::string> command, bool hasInput)
     : output_(memfd_create("output", MFD_CLOEXEC))
     , errors_(memfd_create("errors", MFD_CLOEXEC))
 {
+    std::array<int, 2> input{-1, -1};
+    if (!hasInput) {
+        input[0] = open("/dev/null", O_RDONLY | O_CLOEXEC);
+    } else if (pipe2(input.data(), O_CLOEXEC) != 0) {
+        throw std::runtime_error("no pipe");
+    }
     const pid_t parent = getpid();
     pid_ = fork();
     if (pid_ == 0) {
-        becomeProgram(command, parent, output_, errors_);
+        becomeProgram(command, parent, input[0], output_, errors_);
     }
+    close(input[0]);
+    input_ = input[1];
     if (pid_ < 0 || output_ < 0 || errors_ < 0) {
         throw std::runtime_error("can't start " + command.front());
     }
@@ -74,7 +81,7 @@ ChildProcess::~ChildProcess()
         signal(SIGKILL);
         waitpid(pid_, nullptr, 0);
     }
-    for (const int file : {output_, errors_}) {
+    for (const int file : {input_, output_, errors_}) {
         if (file >= 0) {
             close(file);
         }
@@ -84,6 +91,7 @@ ChildProcess::~ChildProcess()
 ChildProcess::ChildProcess(ChildProcess&& other) noexcept
     : pid_(std::exchange(other.pid_, -1))
     , result_(other.result_)
+    , input_(std::exchange(other.input_, -1))
     , output_(std::exchange(other.output_, -1))
     , errors_(std::exchange(other.errors_, -1))
 {}
@@ -112,6 +120,11 @@ std::optional<int> ChildProcess::wait(std::chrono::milliseconds deadline)
     return result_;
 }
 
+void ChildProcess::endInput()
+{
+    close(std::exchange(input_, -1));
+}
+
 std::string ChildProcess::output() const
 {
     return contents(output_);
@@ -131,6 +144,18 @@ CommandResult runCommand(std::vector<std::string> command)
         throw std::runtime_error(name + " did not end: " + child.errors());
     }
     return {*code, child.output(), child.errors()};
+}
+
+CommandResult runTool(const std::vector<std::string>& command)
+{
+    constexpr int timedOut = 124;
+    std::vector<std::string> bounded{"timeout", "2"};
+    bounded.insert(bounded.end(), command.begin(), command.end());
+    CommandResult result{timedOut, {}, {}};
+    for (int attempt = 0; attempt < 3 && result.code == timedOut; ++attempt) {
+        result = runCommand(bounded);
+    }
+    return result;
 }
 
 } // namespace fadewell::integration

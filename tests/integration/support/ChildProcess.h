@@ -12,7 +12,8 @@ namespace fadewell::integration {
 class ChildProcess {
 public:
     /// Finds the program on the PATH. Throws std::runtime_error when there is no such program.
-    explicit ChildProcess(std::vector<std::string> command);
+    /// Its standard input is empty at once, or with `hasInput` at endInput() or its end.
+    explicit ChildProcess(std::vector<std::string> command, bool hasInput = false);
     /// Kills and collects it.
     ~ChildProcess();
     ChildProcess(ChildProcess&& other) noexcept;
@@ -21,6 +22,7 @@ public:
     [[nodiscard]] pid_t pid() const { return pid_; }
     [[nodiscard]] bool isRunning();
     void signal(int number) const;
+    void endInput();
     /// The exit code, or minus the number of the signal that ended it; empty when it still runs at
     /// the deadline.
     [[nodiscard]] std::optional<int>
@@ -33,6 +35,7 @@ public:
 private:
     pid_t pid_ = -1;
     std::optional<int> result_;
+    int input_ = -1;
     int output_ = -1; // files without a name
     int errors_ = -1;
 };
@@ -46,5 +49,8 @@ struct CommandResult {
 
 /// Runs a program to its end. Throws std::runtime_error when it doesn't end in time.
 [[nodiscard]] CommandResult runCommand(std::vector<std::string> command);
+
+/// Runs one of the sound server's own tools, which now and then never end: then it is run again.
+[[nodiscard]] CommandResult runTool(const std::vector<std::string>& command);
 
 } // namespace fadewell::integration

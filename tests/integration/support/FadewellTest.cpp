@@ -2,41 +2,11 @@
 
 #include "tests/integration/support/Await.h"
 
-#include <algorithm>
 #include <csignal>
-#include <stdexcept>
 
 namespace fadewell::integration {
 
 using namespace std::chrono_literals;
-
-Fadewell::Fadewell()
-    : process_({FADEWELL_PROGRAMS "/fadewell", "--headless", "--verbose"})
-{
-    const auto answers = [this] {
-        return control({"apps"}).code == 0 || !process_.isRunning();
-    };
-    if (!await(answers) || !process_.isRunning()) {
-        throw std::runtime_error("Fadewell does not answer: " + log());
-    }
-}
-
-std::optional<int> Fadewell::end(int signal)
-{
-    process_.signal(signal);
-    return process_.wait();
-}
-
-CommandResult Fadewell::control(std::vector<std::string> arguments)
-{
-    arguments.insert(arguments.begin(), FADEWELL_PROGRAMS "/fadewellctl");
-    return runCommand(std::move(arguments));
-}
-
-nlohmann::json Fadewell::apps()
-{
-    return nlohmann::json::parse(control({"apps", "--json"}).output);
-}
 
 void FadewellTest::SetUp()
 {
@@ -55,7 +25,7 @@ void FadewellTest::TearDown()
     }
 }
 
-ChildProcess FadewellTest::playTone(PlayerKind kind, double gain)
+ChildProcess FadewellTest::playTone(const std::string& kind, double gain)
 {
     auto player = play(kind, tone());
     EXPECT_TRUE(speakers_->awaitGain(gain)) << player.errors();
@@ -65,13 +35,7 @@ ChildProcess FadewellTest::playTone(PlayerKind kind, double gain)
 
 std::string FadewellTest::appOf(const ChildProcess& player)
 {
-    for (const auto& app : Fadewell::apps()) {
-        const auto pids = app.at("pids").get<std::vector<pid_t>>();
-        if (std::find(pids.begin(), pids.end(), player.pid()) != pids.end()) {
-            return app.at("id");
-        }
-    }
-    return {};
+    return Fadewell::appOf(player.pid());
 }
 
 void FadewellTest::command(std::vector<std::string> arguments)

@@ -1,19 +1,17 @@
 #include "tests/integration/support/Player.h"
 
-#include "tests/integration/support/Sound.h"
-
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
 #include <fstream>
+#include <iterator>
+#include <map>
 #include <numbers>
+#include <sstream>
 #include <stdexcept>
 
 namespace fadewell::integration {
 namespace {
-
-using Frame = std::array<float, 2>;
 
 /// A WAV header of 32-bit float stereo, little-endian as the machines that this runs on.
 struct WavHeader {
@@ -31,7 +29,34 @@ struct WavHeader {
     std::uint32_t dataSize = 0;
 };
 
-void write(const std::filesystem::path& file, const std::vector<Frame>& frames)
+} // namespace
+
+ChildProcess
+play(const std::string& player, const std::filesystem::path& file, const std::string& output)
+{
+    const std::map<std::string, std::string> commands{
+        {"pw-play", "pw-play"},
+        {"paplay", "paplay"},
+        {"mpv", "mpv --no-config --no-terminal --no-video --ao=pipewire"},
+        {"ffplay", "env SDL_AUDIODRIVER=pulseaudio ffplay -nodisp -autoexit -loglevel error"}};
+    std::istringstream words(commands.at(player));
+    std::vector<std::string> command(std::istream_iterator<std::string>(words), {});
+    if (player == "mpv") {
+        command.push_back("--input-ipc-server=" + controlOf(file));
+    }
+    if (!output.empty()) {
+        command.push_back((player == "paplay" ? "--device=" : "--target=") + output);
+    }
+    command.push_back(file.string());
+    return ChildProcess(std::move(command));
+}
+
+std::string controlOf(const std::filesystem::path& file)
+{
+    return file.string() + ".mpv";
+}
+
+void writeFrames(const std::filesystem::path& file, const std::vector<Frame>& frames)
 {
     WavHeader header;
     header.dataSize = static_cast<std::uint32_t>(frames.size() * sizeof(Frame));
@@ -45,74 +70,15 @@ void write(const std::filesystem::path& file, const std::vector<Frame>& frames)
     }
 }
 
-} // namespace
-
-std::string nameOf(PlayerKind kind)
-{
-    switch (kind) {
-    case PlayerKind::pwPlay:
-        return "pwPlay";
-    case PlayerKind::paplay:
-        return "paplay";
-    case PlayerKind::mpv:
-        return "mpv";
-    case PlayerKind::ffplay:
-        return "ffplay";
-    }
-    return {};
-}
-
-void PrintTo(PlayerKind kind, std::ostream* out)
-{
-    *out << nameOf(kind);
-}
-
-ChildProcess play(PlayerKind kind, const std::filesystem::path& file, const std::string& output)
-{
-    std::vector<std::string> command;
-    switch (kind) {
-    case PlayerKind::pwPlay:
-        command = {"pw-play"};
-        if (!output.empty()) {
-            command.push_back("--target=" + output);
-        }
-        break;
-    case PlayerKind::paplay:
-        command = {"paplay"};
-        if (!output.empty()) {
-            command.push_back("--device=" + output);
-        }
-        break;
-    case PlayerKind::mpv:
-        command = {"mpv", "--no-config", "--no-terminal", "--no-video", "--ao=pipewire"};
-        break;
-    case PlayerKind::ffplay:
-        command = {"env", "SDL_AUDIODRIVER=pulseaudio", "ffplay", "-nodisp", "-loglevel", "error"};
-        break;
-    }
-    command.push_back(file.string());
-    return ChildProcess(std::move(command));
-}
-
-void writeTone(const std::filesystem::path& file)
+void writeTone(const std::filesystem::path& file, double frequency, double amplitude)
 {
     std::vector<Frame> frames(static_cast<std::size_t>(120 * sampleRate));
     for (std::size_t i = 0; i < frames.size(); ++i) {
-        const double phase =
-            2 * std::numbers::pi * toneFrequency * static_cast<double>(i) / sampleRate;
-        const auto value = static_cast<float>(toneAmplitude * std::sin(phase));
+        const double phase = 2 * std::numbers::pi * frequency * static_cast<double>(i) / sampleRate;
+        const auto value = static_cast<float>(amplitude * std::sin(phase));
         frames[i] = {value, value};
     }
-    write(file, frames);
-}
-
-void writeCounter(const std::filesystem::path& file)
-{
-    std::vector<Frame> frames(static_cast<std::size_t>(60 * sampleRate));
-    for (std::size_t i = 0; i < frames.size(); ++i) {
-        frames[i] = {std::ldexp(static_cast<float>(i), -23), 0.25F};
-    }
-    write(file, frames);
+    writeFrames(file, frames);
 }
 
 } // namespace fadewell::integration

@@ -1,39 +1,35 @@
 #pragma once
 
 #include "tests/integration/support/ChildProcess.h"
+#include "tests/integration/support/Sound.h"
 
+#include <array>
 #include <filesystem>
-#include <iosfwd>
 #include <string>
 #include <vector>
 
 namespace fadewell::integration {
 
 /// The unmodified programs that the tests play with.
-enum class PlayerKind {
-    pwPlay,
-    paplay,
-    mpv,
-    ffplay
-};
+inline constexpr const char* players[] = {"pw-play", "paplay", "mpv", "ffplay"};
 
-inline constexpr PlayerKind allPlayers[] = {
-    PlayerKind::pwPlay, PlayerKind::paplay, PlayerKind::mpv, PlayerKind::ffplay};
-
-[[nodiscard]] std::string nameOf(PlayerKind kind);
-/// For the messages of failed tests.
-void PrintTo(PlayerKind kind, std::ostream* out);
-
-/// Starts a player on a file; `output` is a node name, empty for the default (mpv and ffplay know
-/// only that).
+/// Starts one of them on a file; `output` is a node name, empty for the default (mpv and ffplay
+/// know only that).
 [[nodiscard]] ChildProcess
-play(PlayerKind kind, const std::filesystem::path& file, const std::string& output = {});
+play(const std::string& player, const std::filesystem::path& file, const std::string& output = {});
 
-/// Two minutes of the 100 Hz sine at 0.5 in both channels, 48 kHz, 32-bit float.
-void writeTone(const std::filesystem::path& file);
+/// The socket on which mpv takes commands while it plays a file.
+[[nodiscard]] std::string controlOf(const std::filesystem::path& file);
 
-/// Frame n of the left channel is n / 2^23 (exact in a float), the right channel is 0.25: a frame
-/// that is lost, repeated or changed in any bit shows. One minute.
-void writeCounter(const std::filesystem::path& file);
+/// The left and the right sample.
+using Frame = std::array<float, 2>;
+
+/// A WAV file at 48 kHz, in 32-bit float. Throws std::runtime_error when it can't be written.
+void writeFrames(const std::filesystem::path& file, const std::vector<Frame>& frames);
+
+/// Two minutes of a sine in both channels, 48 kHz, 32-bit float.
+void writeTone(const std::filesystem::path& file,
+               double frequency = toneFrequency,
+               double amplitude = toneAmplitude);
 
 } // namespace fadewell::integration

@@ -18,31 +18,32 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto capacity = static_cast<std::size_t>(120 * sampleRate);
-constexpr std::size_t mostGaps = 64;
+constexpr std::size_t mostGaps = 65'536;
 constexpr double tolerance = 0.02;
 
 } // namespace
 
 class Recorder::Capture {
 public:
-    explicit Capture(const std::string& output);
+    Capture(const std::string& node, const char* ports);
     ~Capture();
 
     [[nodiscard]] std::size_t written() const { return written_.load(std::memory_order_acquire); }
+    [[nodiscard]] std::size_t gaps() const { return gapCount_; }
     [[nodiscard]] Sound copy(std::size_t first, std::size_t count) const;
 
 private:
     static void onProcess(void* data, spa_io_position* position);
     void* addPort(const char* name);
     void store(const spa_io_position& position);
-    void link(const std::string& output, const std::string& name) const;
+    void link(const std::string& ports, const std::string& name) const;
 
     std::vector<float> left_ = std::vector<float>(capacity);
     std::vector<float> right_ = std::vector<float>(capacity);
     std::atomic<std::size_t> written_ = 0;
     // Where the output's clock jumped, in recorded frames; written before `written_` passes them.
-    std::array<std::size_t, mostGaps> gaps_{};
-    std::size_t gapCount_ = 0;
+    std::vector<std::size_t> gaps_ = std::vector<std::size_t>(mostGaps);
+    std::atomic<std::size_t> gapCount_ = 0;
     std::uint64_t nextPosition_ = 0;
 
     pw_thread_loop* loop_ = nullptr;
@@ -55,11 +56,11 @@ private:
     pw_filter_events events_{};
 };
 
-Recorder::Capture::Capture(const std::string& output)
+Recorder::Capture::Capture(const std::string& node, const char* ports)
 {
     pw_init(nullptr, nullptr);
     static std::atomic<int> count = 0;
-    const std::string name = "recorder-" + std::to_string(++count) + "-" + output;
+    const std::string name = "recorder-" + std::to_string(++count) + "-" + node;
     loop_ = pw_thread_loop_new("recorder", nullptr);
     events_.version = PW_VERSION_FILTER_EVENTS;
     events_.process = &Capture::onProcess;
@@ -88,11 +89,11 @@ Recorder::Capture::Capture(const std::string& output)
     if (pw_filter_connect(filter_, PW_FILTER_FLAG_RT_PROCESS, nullptr, 0) < 0 ||
         pw_thread_loop_start(loop_) != 0)
     {
-        throw std::runtime_error("can't record " + output);
+        throw std::runtime_error("can't record " + node);
     }
-    link(output, name);
+    link(node + ports, name);
     if (!await([this] { return written() > 0; })) {
-        throw std::runtime_error("nothing to record on " + output);
+        throw std::runtime_error("nothing to record on " + node);
     }
 }
 
@@ -118,15 +119,14 @@ void* Recorder::Capture::addPort(const char* name)
         0);
 }
 
-void Recorder::Capture::link(const std::string& output, const std::string& name) const
+void Recorder::Capture::link(const std::string& ports, const std::string& name) const
 {
     for (const std::string channel : {"FL", "FR"}) {
         const auto connect = [&] {
-            return runCommand({"pw-link", output + ":monitor_" + channel, name + ":in_" + channel})
-                       .code == 0;
+            return runCommand({"pw-link", ports + channel, name + ":in_" + channel}).code == 0;
         };
         if (!await(connect)) {
-            throw std::runtime_error("no monitor of " + output);
+            throw std::runtime_error("no ports " + ports);
         }
     }
 }
@@ -166,8 +166,8 @@ Sound Recorder::Capture::copy(std::size_t first, std::size_t count) const
     return sound;
 }
 
-Recorder::Recorder(const std::string& output)
-    : capture_(std::make_unique<Capture>(output))
+Recorder::Recorder(const std::string& node, Source source)
+    : capture_(std::make_unique<Capture>(node, source == Source::output ? ":monitor_" : ":output_"))
 {}
 
 Recorder::~Recorder() = default;
@@ -175,6 +175,11 @@ Recorder::~Recorder() = default;
 std::size_t Recorder::now() const
 {
     return capture_->written();
+}
+
+std::size_t Recorder::gaps() const
+{
+    return capture_->gaps();
 }
 
 Sound Recorder::read(std::size_t first, std::size_t count) const

@@ -12,12 +12,20 @@ namespace fadewell::integration {
 /// as it is recorded, so its time never stands still.
 class Recorder {
 public:
-    /// `output` is a node name. Throws std::runtime_error when it can't be recorded.
-    explicit Recorder(const std::string& output);
+    /// Of a player, what it gives itself.
+    enum class Source {
+        output,
+        player
+    };
+
+    /// `node` is a node name. Throws std::runtime_error when it can't be recorded.
+    explicit Recorder(const std::string& node, Source source = Source::output);
     ~Recorder();
 
     /// Frames recorded so far: a moment to read from.
     [[nodiscard]] std::size_t now() const;
+    /// How often so far a cycle was missing, which is when not all was done in time.
+    [[nodiscard]] std::size_t gaps() const;
     /// Waits until `count` frames from `first` on are there. Throws std::runtime_error when the
     /// output stops, or when the recording is full (two minutes).
     [[nodiscard]] Sound read(std::size_t first, std::size_t count) const;

@@ -1,92 +1,71 @@
 #include "tests/integration/support/Session.h"
 
-#include "tests/integration/support/ChildProcess.h"
+#include "tests/integration/support/Await.h"
 
-#include <array>
-#include <cstdio>
 #include <cstdlib>
-#include <fcntl.h>
-#include <memory>
-#include <nlohmann/json.hpp>
+#include <sstream>
 #include <stdexcept>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace fadewell::integration {
 namespace {
 
-constexpr auto script = FADEWELL_SOURCE_DIR "/scripts/session.sh";
+constexpr auto patience = std::chrono::seconds(25);
 
-/// Takes over "KEY=VALUE" lines up to an empty one; false when the script ended before that.
-bool takeOverEnvironment(int source)
+std::vector<std::string> hold(const std::vector<std::string>& options)
 {
-    const std::unique_ptr<FILE, int (*)(FILE*)> lines(fdopen(source, "r"), &fclose);
-    std::array<char, 4096> buffer{};
-    while (fgets(buffer.data(), static_cast<int>(buffer.size()), lines.get())) {
-        const std::string line(buffer.data());
-        const auto equals = line.find('=');
-        if (equals == std::string::npos) {
-            return true;
-        }
-        setenv(line.substr(0, equals).c_str(),
-               line.substr(equals + 1, line.size() - equals - 2).c_str(),
-               1);
-    }
-    return false;
-}
-
-void forgetCallersSession()
-{
-    for (const auto* name : {"PIPEWIRE_REMOTE", "PIPEWIRE_RUNTIME_DIR", "PULSE_SERVER", "DISPLAY"})
-    {
-        unsetenv(name);
-    }
+    std::vector<std::string> command{FADEWELL_SOURCE_DIR "/scripts/session.sh", "hold"};
+    command.insert(command.end(), options.begin(), options.end());
+    return command;
 }
 
 } // namespace
 
 Session::Session(const std::vector<std::string>& options)
+    : script_(hold(options), true)
 {
-    std::array<int, 2> input{};
-    std::array<int, 2> output{};
-    if (pipe2(input.data(), O_CLOEXEC) != 0 || pipe2(output.data(), O_CLOEXEC) != 0) {
-        throw std::runtime_error("no pipe");
+    const auto isUp = [this] {
+        return script_.output().ends_with("\n\n") || !script_.isRunning();
+    };
+    if (!await(isUp, patience) || !script_.isRunning()) {
+        throw std::runtime_error("the private session did not come up: " + script_.errors());
     }
-    pid_ = fork();
-    if (pid_ == 0) {
-        dup2(input[0], STDIN_FILENO);
-        dup2(output[1], STDOUT_FILENO);
-        std::vector<std::string> command{script, "hold"};
-        command.insert(command.end(), options.begin(), options.end());
-        std::vector<char*> arguments;
-        for (auto& argument : command) {
-            arguments.push_back(argument.data());
-        }
-        arguments.push_back(nullptr);
-        execv(arguments.front(), arguments.data());
-        _exit(127);
+    for (const auto* name : {"PIPEWIRE_REMOTE", "PIPEWIRE_RUNTIME_DIR", "PULSE_SERVER", "DISPLAY"})
+    {
+        unsetenv(name); // the caller's
     }
-    close(input[0]);
-    close(output[1]);
-    keepAlive_ = input[1];
-    forgetCallersSession();
-    if (pid_ < 0 || !takeOverEnvironment(output[0])) {
-        throw std::runtime_error("the private session did not come up");
+    std::istringstream lines(script_.output());
+    for (std::string name, value; std::getline(lines, name, '=') && std::getline(lines, value);) {
+        setenv(name.c_str(), value.c_str(), 1);
     }
     folder_ = getenv("FADEWELL_SESSION");
 }
 
 Session::~Session()
 {
-    close(keepAlive_);
-    waitpid(pid_, nullptr, 0);
+    // A shell whose children were killed by others may wait for ever; its janitor doesn't need it.
+    script_.endInput();
+    static_cast<void>(script_.wait(patience));
+}
+
+nlohmann::json Session::objects()
+{
+    // pw-dump waits for ever for an object that goes while it looks.
+    for (int attempt = 0; attempt < 5; ++attempt) {
+        if (const auto dump = runCommand({"timeout", "1", "pw-dump"}); dump.code == 0) {
+            // What changes meanwhile follows as further lists.
+            std::istringstream lists(dump.output);
+            nlohmann::json first;
+            lists >> first;
+            return first;
+        }
+    }
+    throw std::runtime_error("the sound server lists nothing");
 }
 
 std::vector<std::string> Session::nodesContaining(const std::string& part)
 {
     std::vector<std::string> names;
-    const auto objects = nlohmann::json::parse(runCommand({"pw-dump"}).output);
-    for (const auto& object : objects) {
+    for (const auto& object : objects()) {
         const auto name = object.value("/info/props/node.name"_json_pointer, std::string());
         if (object.value("type", "") == "PipeWire:Interface:Node" &&
             name.find(part) != std::string::npos) {

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "tests/integration/support/ChildProcess.h"
+
 #include <filesystem>
+#include <nlohmann/json.hpp>
 #include <string>
-#include <sys/types.h>
 #include <vector>
 
 namespace fadewell::integration {
@@ -21,12 +23,14 @@ public:
     /// A folder that is removed with the session.
     [[nodiscard]] const std::filesystem::path& folder() const { return folder_; }
 
+    /// All that the server lists, in the form of pw-dump. Throws std::runtime_error when it doesn't
+    /// answer.
+    [[nodiscard]] static nlohmann::json objects();
     /// The names of all sound nodes whose name contains `part`, as the server lists them now.
     [[nodiscard]] static std::vector<std::string> nodesContaining(const std::string& part);
 
 private:
-    pid_t pid_ = -1;
-    int keepAlive_ = -1; // the session ends when this pipe is closed
+    ChildProcess script_; // ends the session with its input
     std::filesystem::path folder_;
 };
 

@@ -40,13 +40,14 @@ bool Sound::isDigitalSilence() const
     return firstSound(*this) == frames();
 }
 
-double amplitudeOfTone(const std::vector<float>& channel)
+double amplitudeOfTone(const std::vector<float>& channel, double frequency)
 {
+    const double step = radiansPerFrame * frequency / toneFrequency;
     const std::size_t count = channel.size() / framesInPeriod * framesInPeriod;
     double sine = 0;
     double cosine = 0;
     for (std::size_t i = 0; i < count; ++i) {
-        const double phase = radiansPerFrame * static_cast<double>(i);
+        const double phase = step * static_cast<double>(i);
         sine += double{channel[i]} * std::sin(phase);
         cosine += double{channel[i]} * std::cos(phase);
     }

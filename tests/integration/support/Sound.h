@@ -21,8 +21,10 @@ struct Sound {
     [[nodiscard]] bool isDigitalSilence() const;
 };
 
-/// The amplitude of the 100 Hz sine in a channel, whatever its phase; over whole periods.
-[[nodiscard]] double amplitudeOfTone(const std::vector<float>& channel);
+/// The amplitude of a sine in a channel, whatever its phase; over whole periods of 100 Hz, of which
+/// `frequency` is a multiple.
+[[nodiscard]] double amplitudeOfTone(const std::vector<float>& channel,
+                                     double frequency = toneFrequency);
 
 /// How far the tone lies above (or, negative, below) the untouched tone, in dB, in the channel that
 /// is farther off; minus infinity in silence.

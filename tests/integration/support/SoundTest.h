@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/integration/support/CountedSound.h"
 #include "tests/integration/support/Player.h"
 #include "tests/integration/support/Recorder.h"
 #include "tests/integration/support/Session.h"
@@ -19,6 +20,8 @@ protected:
     void SetUp() override;
 
     [[nodiscard]] static std::filesystem::path tone();
+    /// A minute, written to counter().
+    static const CountedSound counted;
     [[nodiscard]] static std::filesystem::path counter();
 
     std::unique_ptr<Recorder> speakers_;
@@ -27,12 +30,5 @@ protected:
 private:
     static std::unique_ptr<Session> session_;
 };
-
-/// How much of a recording of the counter is whole.
-struct CounterCheck {
-    std::size_t frames = 0; ///< frames of the counter that were heard
-    std::size_t wrong = 0;  ///< frames out of order, or not as they were played in any bit
-};
-[[nodiscard]] CounterCheck checkCounter(const Sound& sound);
 
 } // namespace fadewell::integration

@@ -73,6 +73,10 @@ public:
     /// Time enough has passed for the server to answer what was written.
     void settleVolumes() { graph_.endAssumptions(); }
     void remove(std::uint32_t id) { graph_.remove(id); }
+    /// The session manager has gone.
+    void removeMetadata() { graph_.removeMetadata(); }
+    /// The server has gone.
+    void removeAll() { graph_.clear(); }
 
     void metadata(std::uint32_t subject, const char* key, const char* value)
     {

@@ -1,7 +1,6 @@
 #include "platform/linux/pipewire/ListenerTable.h"
 
 #include "base/VirtualTime.h"
-#include "platform/linux/pipewire/ObjectIDs.h"
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -37,65 +36,25 @@ TEST(ListenerTableTest, MatchesByObjectSelectorScopeAndElement)
     }
 }
 
-class ListenerTableCalls : public testing::Test {
-protected:
-    ListenerToken add(AudioObjectID object, std::function<void()> changed)
-    {
-        return table.add(object, {volume, input, 0}, queue, std::move(changed));
-    }
-
-    std::shared_ptr<VirtualTime> time = VirtualTime::create();
-    std::shared_ptr<SerialQueue> queue = time->makeQueue();
+TEST(ListenerTableTest, OnesThatRemoveThemselvesAreNotCalledAgainNorHeld)
+{
+    const auto time = VirtualTime::create();
     ListenerTable table;
-    int calls = 0;
-};
-
-TEST_F(ListenerTableCalls, NeverCallsOnTheNotifyingThread)
-{
-    add(7, [this] { ++calls; });
-    table.notify(7, volume, input);
-    table.notify(8, volume, input);
-    EXPECT_EQ(calls, 0);
-    time->run();
-    EXPECT_EQ(calls, 1);
-}
-
-TEST_F(ListenerTableCalls, TakesBackWhatWasPostedBeforeRemoval)
-{
-    const auto token = add(7, [this] { ++calls; });
-    table.notify(7, volume, input);
-    EXPECT_TRUE(table.remove(token));
-    time->run();
-    EXPECT_EQ(calls, 0);
-    EXPECT_FALSE(table.remove(token));
-}
-
-TEST_F(ListenerTableCalls, MayRemoveItselfWhileCalled)
-{
     ListenerToken token = 0;
+    int calls = 0;
     const auto held = std::make_shared<int>(1);
-    token = add(7, [this, &token, held] {
+    token = table.add(7, {volume, input, 0}, time->makeQueue(), [&, held] {
         EXPECT_TRUE(table.remove(token));
         calls += *held;
     });
     table.notify(7, volume, input);
     table.notify(7, volume, input);
+    table.notify(8, volume, input);
+    EXPECT_EQ(calls, 0) << "never on the notifying thread";
     time->run();
     EXPECT_EQ(calls, 1);
     EXPECT_EQ(held.use_count(), 1) << "what a removed listener holds is let go";
-}
-
-TEST(ObjectIDsTest, KeepsTheIdOfAKeyAndRepeatsNone)
-{
-    ObjectIDs ids;
-    const auto device = ids.forDevice("12");
-    const auto process = ids.forProcess(12);
-    const auto tap = ids.next();
-    EXPECT_GT(device, kAudioObjectSystemObject);
-    EXPECT_NE(device, process);
-    EXPECT_NE(tap, process);
-    EXPECT_EQ(ids.forDevice("12"), device);
-    EXPECT_EQ(ids.forProcess(12), process);
+    EXPECT_FALSE(table.remove(token));
 }
 
 } // namespace

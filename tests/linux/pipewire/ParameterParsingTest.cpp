@@ -72,7 +72,7 @@ TEST_F(ParameterParsingTest, VolumeSurvivesTheRoundTripAndKeepsWhatIsNotMentione
 
 TEST_F(ParameterParsingTest, RouteCarriesItsPortAndItsPropertiesWhenWritten)
 {
-    const auto parsed = parseRoute(route(2));
+    auto parsed = parseRoute(route(2));
     ASSERT_TRUE(parsed);
     EXPECT_EQ(parsed->index, 3U);
     EXPECT_EQ(parsed->device, 5);
@@ -87,6 +87,14 @@ TEST_F(ParameterParsingTest, RouteCarriesItsPortAndItsPropertiesWhenWritten)
     NodeVolume volume;
     parseVolume(&props->value, volume);
     EXPECT_EQ(volume, (NodeVolume{{0.25F}, true, true}));
+    for (const bool isSaved : {true, false}) {
+        parsed->isSaved = isSaved;
+        const spa_pod* const route = buildRoute(builder, *parsed, {{}, true, true});
+        const auto* const save = spa_pod_find_prop(route, nullptr, SPA_PARAM_ROUTE_save);
+        bool told = !isSaved;
+        ASSERT_TRUE(save != nullptr && spa_pod_get_bool(&save->value, &told) == 0);
+        EXPECT_EQ(told, isSaved);
+    }
 }
 
 TEST_F(ParameterParsingTest, TellsRawFromEncodedAndReadsTheRate)
@@ -98,29 +106,12 @@ TEST_F(ParameterParsingTest, TellsRawFromEncodedAndReadsTheRate)
     EXPECT_EQ(parseIsRaw(format(SPA_MEDIA_SUBTYPE_dsp, 48000)), true);
 }
 
-TEST_F(ParameterParsingTest, WrongOrBrokenParametersChangeNothing)
+TEST_F(ParameterParsingTest, BrokenRoutesEndWithTheirStruct)
 {
-    const spa_pod* const wrong[] = {
-        nullptr, format(SPA_MEDIA_SUBTYPE_raw, 48000), buildVolume(builder, SPA_PARAM_Props, {})};
-    NodeVolume volume{{0.5F}, true, true};
-    for (const spa_pod* const pod : wrong) {
-        parseVolume(pod, volume);
-        EXPECT_EQ(parseRoute(pod), std::nullopt);
-    }
-    EXPECT_EQ(volume, (NodeVolume{{0.5F}, true, true}));
-    EXPECT_EQ(parseIsRaw(nullptr), std::nullopt);
+    EXPECT_EQ(parseRoute(format(SPA_MEDIA_SUBTYPE_raw, 48000)), std::nullopt);
     EXPECT_EQ(parseIsRaw(route(2)), std::nullopt);
-    EXPECT_EQ(parseRoute(route(1000000))->portType, "headphones") << "ends with the struct";
+    EXPECT_EQ(parseRoute(route(1000000))->portType, "headphones");
     EXPECT_EQ(parseRoute(route(-1))->portType, "");
-}
-
-TEST(DefaultNameTest, ReadsOnlyAName)
-{
-    EXPECT_EQ(parseDefaultName(R"({ "name": "alsa_output.pci" })"), "alsa_output.pci");
-    for (const char* const text : {"", "null", "{}", R"({"name":7})", R"({"name":""})", "[1]", "{"})
-    {
-        EXPECT_EQ(parseDefaultName(text), std::nullopt) << text;
-    }
 }
 
 } // namespace

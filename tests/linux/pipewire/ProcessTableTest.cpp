@@ -81,24 +81,6 @@ TEST_F(ProcessTableTest, AppearsWithItsFirstStreamAndStaysUntilItsClientGoes)
     EXPECT_EQ(takeHeard(), "prs#prs#");
 }
 
-TEST_F(ProcessTableTest, OneObjectForEveryClientOfAProcess)
-{
-    nativeClient(50);
-    nativeClient(51);
-    feed.node(60, plays());
-    feed.node(61, plays({{"client.id", "51"}}));
-    Properties second = plays();
-    second["client.id"] = "51";
-    feed.node(61, second);
-    EXPECT_THAT(processes.processIDs(), ElementsAre(process()));
-    feed.remove(60);
-    feed.remove(50);
-    EXPECT_THAT(processes.processIDs(), ElementsAre(process()));
-    feed.remove(51);
-    feed.remove(61);
-    EXPECT_THAT(processes.processIDs(), IsEmpty());
-}
-
 TEST_F(ProcessTableTest, ResolvesAgainWhenTheClientsDescriptionComesLate)
 {
     feed.client(50, {{"pipewire.sec.pid", "900"}}, false);
@@ -129,6 +111,28 @@ TEST_F(ProcessTableTest, RunningFollowsTheStreamsThatCount)
     EXPECT_EQ(flag("piro"), 0U);
 }
 
+TEST_F(ProcessTableTest, AStreamThatIsMovedRunsOnUnlessItStaysUnlinked)
+{
+    nativeClient();
+    feed.node(60, plays());
+    listen(process(), "piro");
+    for (const bool isLinkedAgain : {true, false}) {
+        feed.link(70, 60, 20);
+        feed.remove(70);
+        feed.state(60, PW_NODE_STATE_IDLE);
+        EXPECT_EQ(flag("piro"), 1U);
+        if (isLinkedAgain) {
+            feed.link(71, 60, 21);
+            feed.state(60, PW_NODE_STATE_RUNNING);
+            feed.remove(71);
+        }
+        EXPECT_EQ(takeHeard(), "");
+    }
+    thaw();
+    EXPECT_EQ(takeHeard(), "piro");
+    EXPECT_EQ(flag("piro"), 0U);
+}
+
 TEST_F(ProcessTableTest, WhatCannotBeRoutedIsNamedInsteadOfCounted)
 {
     nativeClient();
@@ -146,6 +150,20 @@ TEST_F(ProcessTableTest, WhatCannotBeRoutedIsNamedInsteadOfCounted)
     feed.formats(61, false, true);
     EXPECT_THAT(processes.outputStreamNodes(process()), IsEmpty());
     EXPECT_EQ(told, "+61 -61 ");
+}
+
+TEST_F(ProcessTableTest, AStreamThatWasGivenUpIsNoneToBeTakenUntilItEnds)
+{
+    nativeClient();
+    feed.node(60, plays());
+    processes.giveUp(60);
+    EXPECT_EQ(told, "+60 -60 ");
+    EXPECT_EQ(flag("piro"), 0U);
+    ASSERT_EQ(processes.untappable().size(), 1U);
+    EXPECT_EQ(processes.untappable()[0].reason, UntappableReason::contested);
+    feed.remove(60);
+    feed.node(60, plays());
+    EXPECT_EQ(told, "+60 -60 +60 ") << "the number is used again";
 }
 
 TEST_F(ProcessTableTest, JackProgramsPlayOnlyWhileConnectedToASink)
@@ -209,6 +227,10 @@ TEST_F(ProcessTableTest, DevicesAreWhereItWouldPlayByItself)
     EXPECT_THAT(devicesNow(), ElementsAre(sink("a")));
     feed.metadata(60, "target.object", "b");
     EXPECT_THAT(devicesNow(), ElementsAre(sink("b"))) << "moved since it was made";
+
+    feed.remove(60);
+    feed.node(60, plays({{"target.object", "a"}}));
+    EXPECT_THAT(devicesNow(), ElementsAre(sink("a"))) << "another stream with the same id";
 }
 
 TEST_F(ProcessTableTest, TheJournalSpeaksForAStreamThatIsTaken)
@@ -228,15 +250,20 @@ TEST_F(ProcessTableTest, TheJournalSpeaksForAStreamThatIsTaken)
     EXPECT_THAT(devicesNow(), ElementsAre(sink("b")));
 }
 
-TEST_F(ProcessTableTest, SeveralStreamsNameEachDeviceOnce)
+TEST_F(ProcessTableTest, SeveralStreamsOfAProcessNameEachDeviceOnce)
 {
     nativeClient();
+    nativeClient(51);
     feed.node(60, plays({{"target.object", "b"}}));
     feed.node(61, plays({{"target.object", "a"}}));
     feed.node(62, plays({{"target.object", "b"}}));
     EXPECT_THAT(devicesNow(), ElementsAre(sink("b"), sink("a")));
     feed.remove(21);
+    EXPECT_THAT(devicesNow(), ElementsAre(sink("b"), sink("a"))) << "it may be back at once";
+    thaw();
     EXPECT_THAT(devicesNow(), ElementsAre(sink("a"))) << "what is gone falls back to the default";
+    feed.remove(50);
+    EXPECT_THAT(processes.processIDs(), ElementsAre(process())) << "its streams are still there";
 }
 
 TEST_F(ProcessTableTest, AReusedNodeIdIsAnotherStream)

@@ -21,8 +21,14 @@ public:
     {
         return hints.processBinary.empty() ? std::nullopt : std::optional(hints.processBinary);
     }
+    std::optional<std::string> peekBundleID(std::int32_t pid, const ClientHints& hints) override
+    {
+        return bundleID(pid, hints);
+    }
     void forget(std::int32_t pid) override { forgotten.push_back(pid); }
+    bool isRunning(std::int32_t pid) const override { return pid != ended; }
 
+    std::int32_t ended = 0;
     std::vector<std::int32_t> forgotten;
 };
 
@@ -48,6 +54,12 @@ protected:
             fourCharCode(selector), kAudioObjectPropertyScopeWildcard, elementWildcard};
         static_cast<void>(
             listeners.add(object, address, queue, [this, selector] { heard += selector; }));
+    }
+    /// Lets all of the frozen time pass.
+    void thaw()
+    {
+        time->advance(FrozenTime::duration);
+        frozen.tick();
     }
     std::string takeHeard()
     {
@@ -93,9 +105,10 @@ protected:
     ObjectIDs ids;
     Graph graph{*connection_};
     GraphFeed feed{graph};
-    DeviceTable devices{graph, ids, listeners};
+    FrozenTime frozen{*connection_, time};
+    DeviceTable devices{graph, ids, listeners, frozen};
     std::shared_ptr<NamedIdentity> identity = std::make_shared<NamedIdentity>();
-    ProcessTable processes{graph, ids, listeners, devices, identity};
+    ProcessTable processes{graph, ids, listeners, devices, frozen, identity};
 };
 
 } // namespace fadewell::pipewire

@@ -19,30 +19,21 @@ TEST(TransportRulesTest, NamesTheTransport)
     };
     const Properties onCard = {{"device.id", "41"}};
     const Properties pci = {{"device.api", "alsa"}, {"device.bus", "pci"}};
+    const Properties usb = {{"device.api", "alsa"}, {"device.bus", "usb"}};
+    const Properties earbuds = {{"device.api", "bluez5"}, {"device.bus", "usb"}};
+    const Properties hdmi = {{"device.id", "41"}, {"device.profile.name", "hdmi-stereo"}};
     const Case cases[] = {
         {"laptop", onCard, pci, "speaker", "bltn"},
         {"laptop's headphones", onCard, pci, "headphones", "bltn"},
         {"phone", onCard, {{"device.api", "alsa"}, {"device.bus", "platform"}}, nullptr, "bltn"},
         {"card without a bus", onCard, {{"device.api", "alsa"}}, nullptr, "bltn"},
         {"monitor", onCard, pci, "hdmi", "hdmi"},
-        {"monitor before its route",
-         {{"device.id", "41"}, {"device.profile.name", "hdmi-stereo"}},
-         pci,
-         nullptr,
-         "hdmi"},
-        {"dock's monitor", onCard, {{"device.bus", "usb"}}, "hdmi", "hdmi"},
+        {"monitor before its route", hdmi, pci, nullptr, "hdmi"},
+        {"dock's monitor", onCard, usb, "hdmi", "hdmi"},
         {"display port", onCard, pci, "displayport", "dprt"},
-        {"USB", onCard, {{"device.api", "alsa"}, {"device.bus", "usb"}}, "headphones", "usb "},
-        {"earbuds",
-         onCard,
-         {{"device.api", "bluez5"}, {"device.bus", "bluetooth"}},
-         "headset",
-         "blue"},
-        {"earbuds on a USB adapter",
-         onCard,
-         {{"device.api", "bluez5"}, {"device.bus", "usb"}},
-         nullptr,
-         "blue"},
+        {"USB", onCard, usb, "headphones", "usb "},
+        {"earbuds", onCard, {{"device.api", "bluez5"}}, "headset", "blue"},
+        {"earbuds on a USB adapter", onCard, earbuds, nullptr, "blue"},
         {"node's own word", {{"device.id", "41"}, {"device.api", "bluez5"}}, {}, nullptr, "blue"},
         {"receiver", {{"node.name", "raop_sink.Den.local"}}, {}, nullptr, "airp"},
         {"network", {{"node.network", "true"}}, {}, nullptr, "airp"},
@@ -61,16 +52,17 @@ TEST(TransportRulesTest, NamesTheTransport)
 
 TEST(TransportRulesTest, OnlyBuiltInOutputsHaveADataSource)
 {
-    GraphRoute headphones, headset, speaker;
-    headphones.portType = "headphones";
-    headset.portType = "headset";
-    speaker.portType = "speaker";
     constexpr auto builtIn = fourCharCode("bltn");
-    EXPECT_EQ(dataSource(builtIn, &headphones), fourCharCode("hdpn"));
-    EXPECT_EQ(dataSource(builtIn, &headset), fourCharCode("hdpn"));
-    EXPECT_NE(dataSource(builtIn, &speaker), fourCharCode("hdpn"));
+    const auto source = [](std::uint32_t transport, const char* port) {
+        GraphRoute route;
+        route.portType = port;
+        return dataSource(transport, &route);
+    };
+    EXPECT_EQ(source(builtIn, "headphones"), fourCharCode("hdpn"));
+    EXPECT_EQ(source(builtIn, "headset"), fourCharCode("hdpn"));
+    EXPECT_NE(source(builtIn, "speaker"), fourCharCode("hdpn"));
     EXPECT_NE(dataSource(builtIn, nullptr), std::nullopt);
-    EXPECT_EQ(dataSource(fourCharCode("usb "), &headphones), std::nullopt);
+    EXPECT_EQ(source(fourCharCode("usb "), "headphones"), std::nullopt);
 }
 
 } // namespace

@@ -9,7 +9,7 @@
 
 namespace fadewell::pipewire {
 
-/// A repeating timer on the connection's loop thread; costs nothing while it is off. Belongs to the
+/// A timer on the connection's loop thread; costs nothing while it is off. Belongs to the
 /// connection's lock, which is held while it fires.
 class LoopTimer final {
 public:
@@ -22,20 +22,34 @@ public:
     LoopTimer(const LoopTimer&) = delete;
     LoopTimer& operator=(const LoopTimer&) = delete;
 
+    [[nodiscard]] bool isRunning() const { return interval_ > 0; }
+
     /// Fires every `seconds` from now on; 0 turns it off. Keeps its beat when nothing changes.
     void setInterval(double seconds)
     {
         if (std::exchange(interval_, seconds) == seconds) {
             return;
         }
-        timespec interval{};
-        interval.tv_sec = static_cast<time_t>(seconds);
-        interval.tv_nsec =
-            static_cast<long>((seconds - static_cast<double>(interval.tv_sec)) * 1e9);
+        timespec interval = time(seconds);
         pw_loop_update_timer(connection_.loop(), source_, &interval, &interval, false);
     }
 
+    /// Fires once, `seconds` from now, instead of anything that was set before; not for 0.
+    void fireOnce(double seconds)
+    {
+        interval_ = 0;
+        timespec value = time(seconds);
+        pw_loop_update_timer(connection_.loop(), source_, &value, nullptr, false);
+    }
+
 private:
+    static timespec time(double seconds)
+    {
+        timespec time{};
+        time.tv_sec = static_cast<time_t>(seconds);
+        time.tv_nsec = static_cast<long>((seconds - static_cast<double>(time.tv_sec)) * 1e9);
+        return time;
+    }
     static void onTimer(void* data, std::uint64_t /*expirations*/)
     {
         static_cast<LoopTimer*>(data)->fired_();

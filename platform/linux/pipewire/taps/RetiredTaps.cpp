@@ -11,6 +11,9 @@ constexpr double returnSeconds = 0.040;
 // The session manager needs a few milliseconds to move a stream; a hanging one must not keep us.
 constexpr double moveSeconds = 0.300;
 
+// No cycle is this long: whatever keeps the quiet moment away, the app goes back.
+constexpr double latestSeconds = 0.200;
+
 } // namespace
 
 void RetiredTaps::add(AudioObjectID tap, std::unique_ptr<TapStreams> streams, double now)
@@ -19,7 +22,8 @@ void RetiredTaps::add(AudioObjectID tap, std::unique_ptr<TapStreams> streams, do
         return;
     }
     const double wait = streams->isStreaming() ? returnSeconds : 0;
-    retired_.push_back({tap, std::move(streams), now + wait, now + wait + moveSeconds, false});
+    retired_.push_back(
+        {tap, std::move(streams), now + wait, now + wait + latestSeconds + moveSeconds, false});
     tick(now);
 }
 
@@ -33,12 +37,15 @@ void RetiredTaps::addReplaced(std::unique_ptr<TapStreams> streams, double now)
 void RetiredTaps::tick(double now)
 {
     for (auto& retired : retired_) {
-        if (!retired.isReleased && now >= retired.releaseAt) {
+        if (!retired.isReleased && now >= retired.releaseAt &&
+            (now >= retired.releaseAt + latestSeconds || isQuietMoment_(*retired.streams)))
+        {
             release(retired);
         }
     }
     std::erase_if(retired_, [&](const Retired& retired) {
-        return retired.isReleased && (now >= retired.endAt || isLeft(retired));
+        return retired.isReleased &&
+               (now >= retired.endAt || (isLeft(retired) && isQuietMoment_(*retired.streams)));
     });
 }
 

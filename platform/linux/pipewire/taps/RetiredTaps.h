@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <set>
+#include <utility>
 #include <vector>
 
 namespace fadewell::pipewire {
@@ -18,9 +18,13 @@ namespace fadewell::pipewire {
 /// lock.
 class RetiredTaps final {
 public:
-    RetiredTaps(Graph& graph, TapRouter& router)
+    /// `isQuietMoment` tells whether links may change now; if not, tick() is called when they may.
+    using IsQuietMoment = std::function<bool(const TapStreams&)>;
+
+    RetiredTaps(Graph& graph, TapRouter& router, IsQuietMoment isQuietMoment)
         : graph_(graph)
         , router_(router)
+        , isQuietMoment_(std::move(isQuietMoment))
     {}
 
     /// Takes streams over that no procedure uses any more, and whose apps are to go back. `now` is
@@ -53,6 +57,7 @@ private:
 
     Graph& graph_;
     TapRouter& router_;
+    IsQuietMoment isQuietMoment_;
     std::vector<Retired> retired_;
 };
 

@@ -18,17 +18,31 @@ constexpr double pollSeconds = 0.002;
 OSStatus Taps::handOver(TapObject& tap, ProcedureObject& object)
 {
     const auto output = aggregates_.at(object.aggregate).description.master;
-    if (!tap.streams || !graph_.nodeNamed(output)) {
+    if (!devices_.deviceForNodeName(output)) {
         return kAudioHardwareBadDeviceError;
     }
-    const auto status =
-        isStalled(tap) ? replaceStreams(tap, object, output) : moveStreams(tap, object, output);
+    auto status = kAudioHardwareNoError;
+    if (!tap.streams) {
+        takeOver(tap, object, output);
+        restoreStreams();
+    } else {
+        status =
+            isStalled(tap) ? replaceStreams(tap, object, output) : moveStreams(tap, object, output);
+    }
     if (status == kAudioHardwareNoError) {
         tap.untouched.clear();
         route(tap);
     }
     updateTimers();
     return status;
+}
+
+/// While the streams are gone with the session manager: they will come back as this.
+void Taps::takeOver(TapObject& tap, ProcedureObject& object, const std::string& output)
+{
+    object.procedure.isStarted = true;
+    tap.activeProcedure = object.id;
+    tap.output = output;
 }
 
 OSStatus Taps::moveStreams(TapObject& tap, ProcedureObject& object, const std::string& output)
@@ -39,17 +53,27 @@ OSStatus Taps::moveStreams(TapObject& tap, ProcedureObject& object, const std::s
     const bool isMoving = output != oldOutput || !playsOn(tap, output);
     if (isMoving) {
         fadeOut(tap);
+        if (tap.streams) {
+            connection_.waitFor(tap.streams->untilQuietMoment(), [] { return false; });
+        }
+    }
+    if (!tap.streams) {
+        return kAudioHardwareNotReadyError;
     }
     object.procedure.isStarted = true;
     tap.streams->render().setProcedure(&object.procedure);
     tap.activeProcedure = object.id;
     bool isThere = true;
     if (isMoving) {
+        tap.isLeaving = true;
         retarget(tap, output);
+        // Nothing to wait for while the output, or all of the session, is away for a moment.
         isThere = connection_.waitFor(linkSeconds, [&] {
             const auto found = taps_.find(tapID);
-            return found != taps_.end() && playsOn(found->second, output);
+            return found != taps_.end() && (!found->second.streams || !graph_.nodeNamed(output) ||
+                                            playsOn(found->second, output));
         });
+        isThere = isThere || !tap.streams;
     }
     if (!isThere && tap.streams) {
         const auto old = procedures_.find(oldProcedure);
@@ -59,6 +83,7 @@ OSStatus Taps::moveStreams(TapObject& tap, ProcedureObject& object, const std::s
         object.procedure.isStarted = false;
         retarget(tap, oldOutput);
     }
+    tap.isLeaving = false;
     if (tap.streams) {
         tap.streams->render().setFadedOut(false);
     }
@@ -72,8 +97,11 @@ OSStatus Taps::replaceStreams(TapObject& tap, ProcedureObject& object, const std
         return tap.streams && tap.streams->isReady();
     });
     if (!isReady) {
-        // Streams of a server that went meanwhile are of no use any more.
-        tap.streams = graph_.hasMetadata() ? std::move(old) : nullptr;
+        if (!graph_.hasMetadata()) {
+            takeOver(tap, object, output);
+            return kAudioHardwareNoError;
+        }
+        tap.streams = std::move(old);
         return kAudioHardwareNotReadyError;
     }
     object.procedure.isStarted = true;
@@ -86,6 +114,15 @@ OSStatus Taps::replaceStreams(TapObject& tap, ProcedureObject& object, const std
     }
     retired_.addReplaced(std::move(old), now());
     return kAudioHardwareNoError;
+}
+
+void Taps::linkRemoved(const GraphLink& link)
+{
+    for (auto& [id, tap] : taps_) {
+        if (tap.isLeaving && tap.streams && tap.streams->outputNode() == link.outputNode) {
+            tap.streams->render().setFadedOut(false);
+        }
+    }
 }
 
 void Taps::fadeOut(TapObject& tap)

@@ -3,6 +3,7 @@
 #include "audio/AggregateDescription.h"
 #include "audio/AudioTypes.h"
 #include "audio/TapDescription.h"
+#include "platform/linux/pipewire/taps/StandIn.h"
 #include "platform/linux/pipewire/taps/TapRender.h"
 #include "platform/linux/pipewire/taps/TapStreams.h"
 
@@ -18,6 +19,7 @@ namespace fadewell::pipewire {
 struct TapObject {
     AudioObjectID id = 0;
     TapDescription description;
+    std::unique_ptr<StandIn> standIn;    ///< outlives the streams, whose audio thread may call it
     std::unique_ptr<TapStreams> streams; ///< none until an aggregate uses the tap
     std::string output;                  ///< node.name that the streams play on
 
@@ -27,6 +29,12 @@ struct TapObject {
     /// Streams that were already heard directly when the procedure was armed: taken over by a start
     /// or in their next pause, whichever comes first.
     std::set<std::uint32_t> untouched;
+
+    /// Uptime in seconds until which the apps' sound may wait for the tap to run.
+    double runsBy = 0;
+
+    /// Faded out for a move: to be heard again as soon as it has left the old output.
+    bool isLeaving = false;
 
     // What the heartbeat saw last.
     std::uint64_t lastCalls = 0;

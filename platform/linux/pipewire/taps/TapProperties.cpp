@@ -7,7 +7,8 @@ bool Taps::has(AudioObjectID object, const AudioObjectPropertyAddress& address) 
 {
     std::optional<std::string> text;
     return property(object, address) || getString(object, address, text) == kAudioHardwareNoError ||
-           (taps_.contains(object) && address.mSelector == kAudioTapPropertyDescription);
+           ((taps_.contains(object) || leftovers_.owns(object)) &&
+            address.mSelector == kAudioTapPropertyDescription);
 }
 
 OSStatus Taps::dataSize(AudioObjectID object,
@@ -90,7 +91,7 @@ Taps::aggregateProperty(const AggregateObject& aggregate,
     const auto& tap = taps_.at(aggregate.tap);
     switch (address.mSelector) {
     case kAudioDevicePropertyStreams: {
-        const bool isReady = tap.streams && tap.streams->isReady();
+        const bool isReady = tap.streams ? tap.streams->isReady() : !canPlay(tap.output);
         const bool isInput = address.mScope == kAudioObjectPropertyScopeInput;
         // Streams are counted, never addressed: the aggregate's id stands for both.
         return isReady && (!isInput || tap.takesStreams()) ? bytesOf(aggregate.id)

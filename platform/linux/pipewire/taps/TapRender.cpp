@@ -1,5 +1,7 @@
 #include "platform/linux/pipewire/taps/TapRender.h"
 
+#include "audio/render.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -13,6 +15,10 @@ constexpr double blendSeconds = 0.010;
 
 // Quieter samples say too little about the gain that was applied to them.
 constexpr float audible = 1e-4F;
+
+// An app that asked for longer cycles takes its wish along when it leaves an output, which then
+// plays no more of the last one than this.
+constexpr std::uint32_t usualFrames = 1024;
 
 /// Two mono buffers, laid out as a list of two.
 struct StereoList {
@@ -40,6 +46,19 @@ bool isSilent(const std::array<const float*, 2>& planes, std::uint32_t frames)
         }
     }
     return loudest == 0;
+}
+
+void continueFromPredecessor(TapRender::Procedure& procedure)
+{
+    const auto* from = procedure.predecessor.load(std::memory_order_acquire);
+    if (!from) {
+        return;
+    }
+    procedure.predecessor.store(nullptr, std::memory_order_relaxed);
+    if (procedure.call == render_io_proc && from->call == render_io_proc) {
+        render_state_continue(static_cast<RenderState*>(procedure.client),
+                              static_cast<const RenderState*>(from->client));
+    }
 }
 
 void clear(const std::array<float*, 2>& planes, std::uint32_t frames)
@@ -70,10 +89,16 @@ void TapRender::process(const Input& input,
     Procedure* procedure = procedure_.load(std::memory_order_acquire);
     if (!procedure) {
         passThrough(input, output, frames);
-    } else if (hasSignal || procedure->isStarted.load(std::memory_order_acquire)) {
+    } else if (hasSignal) {
         callProcedure(*procedure, input, output, frames, time);
         rememberGain(input, output, frames);
-        blend(input, output, frames, hasSignal);
+        blend(input, output, frames);
+    } else if (isBlendPending() || isAwaiting_.load(std::memory_order_acquire)) {
+        clear(output, frames);
+        heartbeat(time);
+    } else if (procedure->isStarted.load(std::memory_order_acquire)) {
+        callProcedure(*procedure, input, output, frames, time);
+        blend(input, output, frames);
     } else {
         clear(output, frames);
     }
@@ -111,6 +136,7 @@ void TapRender::callProcedure(Procedure& procedure,
                               const AudioTimeStamp& time) noexcept
 {
     // The procedure's buffer list has no read-only form; it reads its input only.
+    continueFromPredecessor(procedure);
     StereoList in({const_cast<float*>(input[0]), const_cast<float*>(input[1])}, frames);
     StereoList out(output, frames);
     procedure.call(procedure.device, &time, in.list(), &time, out.list(), &time, procedure.client);
@@ -144,15 +170,18 @@ void TapRender::passThrough(const Input& input, const Output& output, std::uint3
     lastGain_ = frames > 0 ? gain : lastGain_;
 }
 
-void TapRender::blend(const Input& input,
-                      const Output& output,
-                      std::uint32_t frames,
-                      bool hasSignal) noexcept
+bool TapRender::isBlendPending() noexcept
 {
     if (wantsBlend_.exchange(false, std::memory_order_acq_rel)) {
         isBlendPending_ = true;
     }
-    if (isBlendPending_ && hasSignal) {
+    return isBlendPending_;
+}
+
+void TapRender::blend(const Input& input, const Output& output, std::uint32_t frames) noexcept
+{
+    // It is called with silence only while none is pending.
+    if (isBlendPending()) {
         isBlendPending_ = false;
         wetness_ = 0;
     }
@@ -174,14 +203,28 @@ void TapRender::fade(const Output& output, std::uint32_t frames) noexcept
     const float target = wantsSilence_.load(std::memory_order_acquire) ? 0.0F : 1.0F;
     if (level_ != target || target == 0.0F) {
         const float step = step_.load(std::memory_order_relaxed);
-        for (std::uint32_t frame = 0; frame < frames; ++frame) {
+        for (std::uint32_t frame = framesBeforeFade(target, frames); frame < frames; ++frame) {
             level_ =
                 target > level_ ? std::min(level_ + step, target) : std::max(level_ - step, target);
             output[0][frame] *= level_;
             output[1][frame] *= level_;
         }
     }
-    isSilent_.store(level_ == 0.0F, std::memory_order_release);
+    const float inaudible = 1.5F * step_.load(std::memory_order_relaxed);
+    isSilent_.store(target == 0.0F && level_ < inaudible, std::memory_order_release);
+}
+
+/// A fade-out ends with a cycle: no frame after it is lost to the move that it is for.
+std::uint32_t TapRender::framesBeforeFade(float target, std::uint32_t frames) const noexcept
+{
+    if (target != 0.0F || level_ != 1.0F || frames == 0) {
+        return 0;
+    }
+    const auto length =
+        static_cast<std::uint32_t>(std::ceil(1.0F / step_.load(std::memory_order_relaxed)));
+    // One frame short of silence, which would be one that isn't heard.
+    const std::uint32_t heard = std::min(frames, usualFrames);
+    return (heard - (length - 1) % heard) % heard;
 }
 
 } // namespace fadewell

@@ -20,6 +20,8 @@ public:
         void* client = nullptr;
         AudioObjectID device = 0;
         std::atomic<bool> isStarted{false};
+        /// Whose level the first call goes on from, where both render; lives until then.
+        std::atomic<const Procedure*> predecessor{nullptr};
     };
 
     /// Most frames a cycle can have: the server's own limit.
@@ -43,7 +45,11 @@ public:
     /// The next sound to arrive was heard directly until now: begin unprocessed and blend over.
     void blendIn() { wantsBlend_.store(true, std::memory_order_release); }
 
-    /// Fades everything out, or in again.
+    /// A stream is about to be moved here: until there is something to hear, here or after
+    /// blendIn(), a started procedure is called without frames, so that its ramps wait too.
+    void setAwaiting(bool awaiting) { isAwaiting_.store(awaiting, std::memory_order_release); }
+
+    /// Fades everything out until the end of a cycle, or in again at once.
     void setFadedOut(bool fadedOut) { wantsSilence_.store(fadedOut, std::memory_order_release); }
     [[nodiscard]] bool isFadedOut() const { return isSilent_.load(std::memory_order_acquire); }
 
@@ -80,12 +86,14 @@ private:
                        const AudioTimeStamp& time) noexcept;
     void rememberGain(const Input& input, const Output& output, std::uint32_t frames) noexcept;
     void passThrough(const Input& input, const Output& output, std::uint32_t frames) noexcept;
-    void
-    blend(const Input& input, const Output& output, std::uint32_t frames, bool hasSignal) noexcept;
+    void blend(const Input& input, const Output& output, std::uint32_t frames) noexcept;
     void fade(const Output& output, std::uint32_t frames) noexcept;
+    [[nodiscard]] bool isBlendPending() noexcept;
+    [[nodiscard]] std::uint32_t framesBeforeFade(float target, std::uint32_t frames) const noexcept;
 
     std::atomic<Procedure*> procedure_{nullptr};
     std::atomic<bool> wantsBlend_{false};
+    std::atomic<bool> isAwaiting_{false};
     std::atomic<bool> wantsSilence_{false};
     std::atomic<bool> isSilent_{false};
     std::atomic<float> step_; ///< per frame, of every blend and fade

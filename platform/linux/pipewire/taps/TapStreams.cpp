@@ -1,5 +1,7 @@
 #include "platform/linux/pipewire/taps/TapStreams.h"
 
+#include "base/SystemClock.h"
+
 #include <spa/param/audio/format-utils.h>
 #include <spa/param/props.h>
 #include <spa/pod/builder.h>
@@ -14,6 +16,16 @@ namespace fadewell::pipewire {
 namespace {
 
 constexpr std::uint32_t sampleSize = sizeof(float);
+
+// In ns: from the beginning of a cycle until every node has done its part, usually.
+constexpr std::uint64_t soundPasses = 300'000;
+// After so many that didn't come, nothing flows.
+constexpr std::uint64_t missedCycles = 8;
+
+std::uint64_t nanoseconds()
+{
+    return static_cast<std::uint64_t>(SystemClock().uptime() * 1e9);
+}
 
 /// Planar stereo floats at the graph's rate.
 const spa_pod* stereoFormat(spa_pod_builder& builder)
@@ -111,6 +123,7 @@ TapStreams::~TapStreams()
         if (side->stream) {
             spa_hook_remove(&side->hook);
             pw_stream_destroy(side->stream);
+            setState(*side, PW_STREAM_STATE_UNCONNECTED);
         }
     }
 }
@@ -140,11 +153,14 @@ bool TapStreams::connectOutput()
     pw_properties_set(props, PW_KEY_MEDIA_CATEGORY, "Playback");
     pw_properties_set(props, PW_KEY_MEDIA_CLASS, "Stream/Output/Audio/Internal");
     pw_properties_set(props, PW_KEY_NODE_NAME, (options_.name + ".out").c_str());
-    // The session manager remembers volumes by this name: nothing else may share it.
-    pw_properties_set(props, PW_KEY_MEDIA_NAME, (options_.title + " output").c_str());
+    // The session manager remembers volumes by this name, for ever. All taps share one, which is
+    // kept at full volume; one for each app, or even each process, would fill its memory.
+    pw_properties_set(props, PW_KEY_MEDIA_NAME, "Fadewell output");
     pw_properties_set(props, "state.restore-props", "false");
     pw_properties_set(props, "state.restore-target", "false");
-    pw_properties_set(props, PW_KEY_TARGET_OBJECT, options_.target.c_str());
+    if (!options_.target.empty()) {
+        pw_properties_set(props, PW_KEY_TARGET_OBJECT, options_.target.c_str());
+    }
     std::uint32_t flags =
         PW_STREAM_FLAG_AUTOCONNECT | PW_STREAM_FLAG_MAP_BUFFERS | PW_STREAM_FLAG_RT_PROCESS;
     if (!options_.listensOnly) {
@@ -184,7 +200,7 @@ bool TapStreams::connectCapture()
     auto* props = commonProperties(options_);
     pw_properties_set(props, PW_KEY_MEDIA_CLASS, "Audio/Sink/Internal");
     pw_properties_set(props, PW_KEY_NODE_NAME, options_.name.c_str());
-    pw_properties_set(props, PW_KEY_MEDIA_NAME, options_.title.c_str());
+    pw_properties_set(props, PW_KEY_MEDIA_NAME, "Fadewell tap");
     pw_properties_set(props, "audio.position", "[ FL FR ]");
     pw_properties_set(props, "session.suspend-timeout-seconds", "0");
     capture_.stream = pw_stream_new(connection_.core(), "Fadewell tap", props);
@@ -203,6 +219,15 @@ bool TapStreams::connectCapture()
                              static_cast<pw_stream_flags>(flags),
                              &format,
                              1) >= 0;
+}
+
+void TapStreams::setAsleep(bool isAsleep)
+{
+    // What feeds must not run before what takes.
+    pw_stream_set_active(output_.stream, !isAsleep);
+    if (capture_.stream) {
+        pw_stream_set_active(capture_.stream, !isAsleep);
+    }
 }
 
 bool TapStreams::isReady() const
@@ -232,6 +257,39 @@ std::uint32_t TapStreams::outputNode() const
     return pw_stream_get_node_id(output_.stream);
 }
 
+bool TapStreams::isFlowing() const
+{
+    const auto length = cycleLength_.load(std::memory_order_relaxed);
+    const auto began = cycleBegan_.load(std::memory_order_relaxed);
+    return isStreaming() && length > 0 && nanoseconds() < began + missedCycles * length;
+}
+
+double TapStreams::untilQuietMoment() const
+{
+    if (!isFlowing()) {
+        return 0;
+    }
+    const auto length = cycleLength_.load(std::memory_order_relaxed);
+    const auto began = cycleBegan_.load(std::memory_order_relaxed);
+    const auto now = std::max(nanoseconds(), began);
+    const auto phase = (now - began) % length;
+    if (phase >= soundPasses && phase < length / 4) {
+        return 0;
+    }
+    const auto wait = phase < soundPasses ? soundPasses - phase : length - phase + soundPasses;
+    return static_cast<double>(wait) * 1e-9;
+}
+
+void TapStreams::noteCycle()
+{
+    if (position_ && position_->clock.rate.denom > 0) {
+        cycleBegan_.store(position_->clock.nsec, std::memory_order_relaxed);
+        cycleLength_.store(position_->clock.duration * SPA_NSEC_PER_SEC *
+                               position_->clock.rate.num / position_->clock.rate.denom,
+                           std::memory_order_relaxed);
+    }
+}
+
 void TapStreams::synchronise()
 {
     constexpr auto nothing = [](spa_loop*, bool, std::uint32_t, const void*, std::size_t, void*) {
@@ -250,6 +308,7 @@ void TapStreams::heartbeat()
 {
     constexpr auto beat = [](spa_loop*, bool, std::uint32_t, const void*, std::size_t, void* data) {
         auto* streams = static_cast<TapStreams*>(data);
+        const Heartbeat::Callback callback(streams->connection_.heartbeat());
         streams->render_.heartbeat(AudioTimeStamp{});
         return 0;
     };
@@ -279,9 +338,18 @@ void TapStreams::onStateChanged(void* data,
                                 const char* /*error*/)
 {
     auto& side = *static_cast<Side*>(data);
-    side.state = state;
+    side.owner->setState(side, state);
     if (side.owner->changed_) {
         side.owner->changed_();
+    }
+}
+
+void TapStreams::setState(Side& side, pw_stream_state state)
+{
+    const bool runs = state == PW_STREAM_STATE_STREAMING;
+    const bool ran = std::exchange(side.state, state) == PW_STREAM_STATE_STREAMING;
+    if (Heartbeat* heartbeat = connection_.heartbeat(); heartbeat && runs != ran) {
+        runs ? heartbeat->streamStarted() : heartbeat->streamStopped();
     }
 }
 
@@ -314,6 +382,12 @@ void TapStreams::formatChanged(const spa_pod* format)
 
 void TapStreams::keepFullVolume(Side& side, const spa_pod* props)
 {
+    bool isMuted = false;
+    const auto* mute = spa_pod_find_prop(props, nullptr, SPA_PROP_mute);
+    if (mute && spa_pod_get_bool(&mute->value, &isMuted) == 0 && isMuted) {
+        float off = 0;
+        pw_stream_set_control(side.stream, SPA_PROP_mute, 1, &off, 0);
+    }
     std::array<float, SPA_AUDIO_MAX_CHANNELS> volumes{};
     const auto* property = spa_pod_find_prop(props, nullptr, SPA_PROP_channelVolumes);
     if (!property) {
@@ -338,6 +412,8 @@ void TapStreams::onIOChanged(void* data, std::uint32_t id, void* area, std::uint
 void TapStreams::onCaptureProcess(void* data)
 {
     auto& self = *static_cast<Side*>(data)->owner;
+    self.noteCycle();
+    const Heartbeat::Callback callback(self.connection_.heartbeat());
     pw_buffer* buffer = dequeueNewest(self.capture_.stream);
     if (buffer && hasTwoPlanes(*buffer->buffer)) {
         std::uint32_t frames = TapRender::maxFrames;
@@ -363,6 +439,7 @@ void TapStreams::onCaptureProcess(void* data)
 void TapStreams::onOutputProcess(void* data)
 {
     auto& self = *static_cast<Side*>(data)->owner;
+    const Heartbeat::Callback callback(self.connection_.heartbeat());
     pw_buffer* buffer = pw_stream_dequeue_buffer(self.output_.stream);
     if (!buffer) {
         return;
@@ -383,6 +460,7 @@ void TapStreams::onOutputProcess(void* data)
 void TapStreams::onListenProcess(void* data)
 {
     auto& self = *static_cast<Side*>(data)->owner;
+    const Heartbeat::Callback callback(self.connection_.heartbeat());
     pw_buffer* buffer = pw_stream_dequeue_buffer(self.output_.stream);
     if (!buffer) {
         return;

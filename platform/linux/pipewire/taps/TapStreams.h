@@ -7,10 +7,12 @@
 #include <spa/node/io.h>
 
 #include <array>
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace fadewell::pipewire {
 
@@ -23,7 +25,7 @@ public:
     struct Options {
         std::string name;   ///< node.name of `cap`, unique in the session
         std::string title;  ///< shown to people by tools that list nodes
-        std::string target; ///< node.name of the output to play on
+        std::string target; ///< node.name of the output to play on; empty follows the default
         bool listensOnly = false;
         double sampleRate = 48000.0; ///< until the graph has told its own, in Hz
     };
@@ -36,6 +38,12 @@ public:
     TapStreams(const TapStreams&) = delete;
     TapStreams& operator=(const TapStreams&) = delete;
 
+    /// Replaces what create() was given.
+    void onChanged(std::function<void()> changed) { changed_ = std::move(changed); }
+
+    /// Asleep, streams that are ready cost no cycle; they wake within a millisecond or two.
+    void setAsleep(bool isAsleep);
+
     [[nodiscard]] TapRender& render() { return render_; }
     [[nodiscard]] const std::string& name() const { return options_.name; }
     [[nodiscard]] double sampleRate() const { return sampleRate_; }
@@ -47,6 +55,13 @@ public:
 
     [[nodiscard]] std::uint32_t captureNode() const; ///< SPA_ID_INVALID until the server named it
     [[nodiscard]] std::uint32_t outputNode() const;
+
+    /// Cycles come, as of now.
+    [[nodiscard]] bool isFlowing() const;
+
+    /// How long until links at these streams can change without being noticed, in seconds: in the
+    /// first part of a cycle, when its sound has passed and the next is far. 0 is now.
+    [[nodiscard]] double untilQuietMoment() const;
 
     /// Returns once the audio thread has left whatever callback it was in.
     void synchronise();
@@ -68,6 +83,8 @@ private:
     bool connectOutput();
     bool connectCapture();
     [[nodiscard]] AudioTimeStamp timeStamp() const;
+    void noteCycle();
+    void setState(Side& side, pw_stream_state state);
     void formatChanged(const spa_pod* format);
     void keepFullVolume(Side& side, const spa_pod* props);
 
@@ -86,6 +103,9 @@ private:
     TapRender render_;
     Side capture_;
     Side output_;
+
+    std::atomic<std::uint64_t> cycleBegan_{0};  ///< of the last cycle, in ns of the monotonic clock
+    std::atomic<std::uint64_t> cycleLength_{0}; ///< in ns
 
     // Audio thread only, but for its setting while the stream is connected.
     spa_io_position* position_ = nullptr;

@@ -1,7 +1,7 @@
+#include "platform/linux/pipewire/taps/TapNames.h"
 #include "platform/linux/pipewire/taps/Taps.h"
 
 #include <algorithm>
-#include <unistd.h>
 #include <utility>
 
 namespace fadewell::pipewire {
@@ -9,54 +9,40 @@ namespace {
 
 constexpr double beatSeconds = 1.0;
 
+// New streams run within some cycles; then the first sound that enters them isn't lost.
+constexpr double runUpSeconds = 0.300;
+constexpr double lookAgainSeconds = 0.002;
+
 } // namespace
 
 bool Taps::makeStreams(TapObject& tap, const std::string& output)
 {
-    TapStreams::Options options;
-    options.name =
-        "fadewell.tap." + std::to_string(getpid()) + "." + std::to_string(nextStreams_++);
-    options.title = tap.description.name;
-    options.target = output;
-    options.listensOnly = !tap.takesStreams();
-    options.sampleRate = devices_.graphRate();
-    auto changed = [this, id = tap.id] {
-        listeners_.notify(id, kAudioTapPropertyFormat);
-        connection_.signal();
-    };
-    tap.streams = TapStreams::create(connection_, options, std::move(changed));
+    tap.streams = newStreams(tap.description.name, output, !tap.takesStreams());
     tap.output = output;
+    tap.runsBy = now() + runUpSeconds;
+    if (tap.streams) {
+        tap.streams->onChanged([this, id = tap.id] { streamsChanged(id); });
+    }
     return tap.streams != nullptr;
 }
 
-void Taps::dropStreams()
+std::unique_ptr<TapStreams>
+Taps::newStreams(const std::string& title, const std::string& output, bool listensOnly)
 {
-    for (auto& [id, tap] : taps_) {
-        tap.streams = nullptr;
-        tap.untouched.clear();
-    }
-    retired_.clear();
-    router_.forgetAll();
-    updateTimers();
-    isRefused_ = false;
+    TapStreams::Options options;
+    options.name = tapNodeName(journal_.owner(), nextStreams_++);
+    options.title = title;
+    options.target = output;
+    options.listensOnly = listensOnly;
+    options.sampleRate = devices_.graphRate();
+    return TapStreams::create(connection_, options, nullptr);
 }
 
-void Taps::restoreStreams()
+void Taps::streamsChanged(AudioObjectID tap)
 {
-    isRefused_ = false;
-    for (auto& [id, tap] : taps_) {
-        const bool isUsed = std::any_of(aggregates_.begin(),
-                                        aggregates_.end(),
-                                        [&](const auto& entry) { return entry.second.tap == id; });
-        if (!isUsed || tap.streams || !makeStreams(tap, tap.output)) {
-            continue;
-        }
-        if (const auto active = procedures_.find(tap.activeProcedure); active != procedures_.end())
-        {
-            tap.streams->render().setProcedure(&active->second->procedure);
-        }
-    }
-    routeAll();
+    listeners_.notify(tap, kAudioTapPropertyFormat);
+    starts_.advance();
+    connection_.signal();
 }
 
 void Taps::routeAll()
@@ -77,28 +63,66 @@ void Taps::route(TapObject& tap)
             router_.release(node, tap.id);
         }
     }
+    bool isAnyWaiting = false;
     for (const auto node : wanted) {
         if (!isRunning(node)) {
             tap.untouched.erase(node);
         }
-        if (router_.tapOf(node) == tap.id || tap.untouched.contains(node) || !router_.canMove(node))
+        if (router_.tapOf(node) == tap.id || tap.untouched.contains(node) ||
+            starts_.isUnderWay(node) || !router_.canMove(node))
         {
             continue;
         }
-        if (isRunning(node) && !hasRunningStream(tap)) {
+        // After a restart of the session manager a stream may run that is linked to nothing.
+        const bool isHeard = isRunning(node) && !graph_.linksBetween(node, SPA_ID_INVALID).empty();
+        if (isHeard && (!isRunUp(tap) || !isQuietMoment(*tap.streams))) {
+            isAnyWaiting = true;
+            continue;
+        }
+        if (isHeard && router_.tapOf(node) == 0 && !hasRunningStream(tap)) {
             tap.streams->render().blendIn();
         }
         router_.attach(node, tap.id, tap.streams->name());
     }
+    tap.streams->render().setAwaiting(isAnyWaiting);
+}
+
+bool Taps::isRunUp(const TapObject& tap)
+{
+    const auto* sink = graph_.nodeNamed(tap.output);
+    const bool runs = !sink || sink->state != PW_NODE_STATE_RUNNING || tap.streams->isFlowing();
+    if (!runs && now() < tap.runsBy) {
+        quietTimer_.setInterval(lookAgainSeconds);
+        return false;
+    }
+    return true;
+}
+
+bool Taps::isQuietMoment(const TapStreams& streams)
+{
+    const double wait = streams.untilQuietMoment();
+    if (wait > 0 && !quietTimer_.isRunning()) {
+        quietTimer_.setInterval(wait);
+    }
+    return wait <= 0;
 }
 
 std::vector<std::uint32_t> Taps::wantedStreams(const TapObject& tap) const
 {
     std::vector<std::uint32_t> nodes;
-    if (tap.takesStreams()) {
-        for (const auto process : tap.description.processes) {
-            const auto streams = processes_.outputStreamNodes(process);
-            nodes.insert(nodes.end(), streams.begin(), streams.end());
+    if (!tap.takesStreams()) {
+        return nodes;
+    }
+    for (const auto process : tap.description.processes) {
+        const auto streams = processes_.outputStreamNodes(process);
+        nodes.insert(nodes.end(), streams.begin(), streams.end());
+    }
+    // What was led into the tap before the engine knows of it, perhaps of a process it hasn't
+    // named.
+    for (const auto node : router_.attachedTo(tap.id)) {
+        if (announced_.contains(node) && std::find(nodes.begin(), nodes.end(), node) == nodes.end())
+        {
+            nodes.push_back(node);
         }
     }
     return nodes;
@@ -151,7 +175,15 @@ void Taps::updateTimers()
 void Taps::beat()
 {
     for (auto& [id, tap] : taps_) {
-        if (!tap.streams || tap.activeProcedure == 0) {
+        const auto active = procedures_.find(tap.activeProcedure);
+        if (active == procedures_.end()) {
+            continue;
+        }
+        if (!tap.streams) {
+            // Frozen, not stuck; and without streams no audio thread is inside the procedure.
+            TapRender stillness(devices_.graphRate());
+            stillness.setProcedure(&active->second->procedure);
+            stillness.heartbeat(AudioTimeStamp{});
             continue;
         }
         const auto calls = tap.streams->render().calls();

@@ -1,11 +1,11 @@
 #include "platform/linux/pipewire/taps/Taps.h"
 
+#include "base/Logger.h"
 #include "base/SystemClock.h"
 #include "base/Uuid.h"
+#include "platform/linux/pipewire/StreamTargets.h"
+#include "platform/linux/pipewire/taps/TapNames.h"
 
-#include <pipewire/permission.h>
-
-#include <cerrno>
 #include <utility>
 
 namespace fadewell::pipewire {
@@ -20,21 +20,38 @@ Taps::Taps(Graph& graph,
            ObjectIDs& ids,
            ListenerTable& listeners,
            const DeviceTable& devices,
-           ProcessTable& processes)
+           ProcessTable& processes,
+           std::filesystem::path journalFolder)
     : graph_(graph)
     , connection_(graph.connection())
     , ids_(ids)
     , listeners_(listeners)
     , devices_(devices)
     , processes_(processes)
-    , router_(graph)
-    , retired_(graph, router_)
+    , journal_(std::move(journalFolder))
+    , leftovers_(graph, ids, journal_)
+    , router_(graph, journal_)
+    , retired_(graph, router_, [this](const auto& streams) { return isQuietMoment(streams); })
+    , starts_(graph, router_, devices, ids.next(), [this](auto node) { return startTarget(node); })
     , beatTimer_(connection_, [this] { beat(); })
-    , retireTimer_(connection_, [this] {
-        retired_.tick(now());
-        updateTimers();
-        connection_.signal();
-    })
+    , retireTimer_(connection_,
+                   [this] {
+                       retired_.tick(now());
+                       updateTimers();
+                       connection_.signal();
+                   })
+    , refillTimer_(connection_,
+                   [this] {
+                       refillTimer_.setInterval(0);
+                       keepOneFree();
+                   })
+    , quietTimer_(connection_,
+                  [this] {
+                      quietTimer_.setInterval(0);
+                      routeAll();
+                      retired_.tick(now());
+                  })
+    , relinkTimer_(connection_, [this] { relink(); })
 {
     graph_.addObserver(*this);
     processes_.setStreamObserver(this);
@@ -44,6 +61,13 @@ Taps::Taps(Graph& graph,
 Taps::~Taps()
 {
     const Connection::Lock lock(connection_);
+    starts_.clear();
+    gated_.clear();
+    lowered_.reset();
+    for (auto& standing : standing_) {
+        dismiss(*standing);
+    }
+    standing_.clear();
     for (auto& [id, tap] : taps_) {
         if (tap.streams) {
             tap.streams->render().setProcedure(nullptr);
@@ -57,6 +81,9 @@ Taps::~Taps()
     retired_.clear();
     beatTimer_.setInterval(0);
     retireTimer_.setInterval(0);
+    refillTimer_.setInterval(0);
+    quietTimer_.setInterval(0);
+    relinkTimer_.setInterval(0);
     processes_.setOwnTarget(nullptr);
     processes_.setStreamObserver(nullptr);
     graph_.removeObserver(*this);
@@ -64,12 +91,12 @@ Taps::~Taps()
 
 bool Taps::owns(AudioObjectID object) const
 {
-    return taps_.contains(object) || aggregates_.contains(object);
+    return taps_.contains(object) || aggregates_.contains(object) || leftovers_.owns(object);
 }
 
 std::vector<AudioObjectID> Taps::tapIDs() const
 {
-    std::vector<AudioObjectID> ids;
+    auto ids = leftovers_.ids();
     for (const auto& [id, tap] : taps_) {
         ids.push_back(id);
     }
@@ -99,22 +126,30 @@ OSStatus Taps::tapDescription(AudioObjectID tap, TapDescription& description)
 {
     const Connection::Lock lock(connection_);
     const auto found = taps_.find(tap);
-    if (found == taps_.end()) {
+    const auto known = found == taps_.end() ? leftovers_.description(tap)
+                                            : std::optional(found->second.description);
+    if (!known) {
         return kAudioHardwareBadObjectError;
     }
-    description = found->second.description;
+    description = *known;
     return kAudioHardwareNoError;
 }
 
 OSStatus Taps::setTapDescription(AudioObjectID tap, const TapDescription& description)
 {
     const Connection::Lock lock(connection_);
-    const auto found = taps_.find(tap);
-    if (found == taps_.end()) {
+    const auto probed = taps_.find(tap);
+    if (probed == taps_.end()) {
         return kAudioHardwareBadObjectError;
     }
-    if (!isCapturePermitted()) {
+    // A tap that takes nothing is there to ask; the others know by what was refused.
+    const bool isKnown = probed->second.takesStreams() && isCapturePermitted();
+    if (!isKnown && !askForPermission()) {
         return kAudioDevicePermissionsError;
+    }
+    const auto found = taps_.find(tap); // It was unlocked for a moment.
+    if (found == taps_.end()) {
+        return kAudioHardwareBadObjectError;
     }
     found->second.description.processes = description.processes;
     found->second.description.name = description.name;
@@ -142,7 +177,8 @@ OSStatus Taps::destroyProcessTap(AudioObjectID tap)
     const Connection::Lock lock(connection_);
     const auto found = taps_.find(tap);
     if (found == taps_.end()) {
-        return kAudioHardwareBadObjectError;
+        const bool wasLeft = leftovers_.destroy(tap);
+        return wasLeft ? kAudioHardwareNoError : kAudioHardwareBadObjectError;
     }
     std::erase_if(procedures_, [&](const auto& entry) {
         const bool isOurs = aggregates_.at(entry.second->aggregate).tap == tap;
@@ -169,11 +205,14 @@ OSStatus Taps::createAggregateDevice(const AggregateDescription& description, Au
     if (!tap) {
         return kAudioHardwareBadObjectError;
     }
-    if (!graph_.nodeNamed(description.master)) {
+    if (!devices_.deviceForNodeName(description.master)) {
         return kAudioHardwareBadDeviceError;
     }
-    if (!tap->streams && !makeStreams(*tap, description.master)) {
-        return kAudioHardwareNotRunningError;
+    if (!tap->streams && !adopt(*tap, description.master)) {
+        tap->output = description.master;
+        if (canPlay(tap->output) && !makeStreams(*tap, tap->output)) {
+            return kAudioHardwareNotRunningError;
+        }
     }
     device = ids_.next();
     aggregates_.emplace(device, AggregateObject{device, tap->id, description});
@@ -270,27 +309,57 @@ OSStatus Taps::stop(AudioObjectID device, IOProcID id)
 
 void Taps::nodeRemoved(const GraphNode& node)
 {
-    router_.forget(node.id);
+    announced_.erase(node.id);
+    starts_.forget(node.id);
+    if (!standing_.empty() && !refillTimer_.isRunning()) {
+        refillTimer_.setInterval(refillSeconds);
+    }
+    router_.forget(node);
+    updateLeftover(node.id);
     for (auto& [id, tap] : taps_) {
         tap.untouched.erase(node.id);
     }
 }
 
-void Taps::metadataAvailable(bool isAvailable)
+void Taps::metadataChanged(std::uint32_t subject,
+                           const std::string& key,
+                           const std::optional<std::string>& value)
 {
-    if (isAvailable) {
+    if (key == targetObjectKey) {
+        updateLeftover(subject);
+    }
+    const auto outcome = router_.metadataChanged(subject, key, value, now());
+    if (outcome == TapRouter::Outcome::givenUp) {
+        Logger("taps").notice("Another program keeps moving a stream of {}: it is left alone",
+                              text(graph_.node(subject)->props, PW_KEY_NODE_NAME));
+        processes_.giveUp(subject);
+    }
+    if (outcome != TapRouter::Outcome::nothing) {
+        processes_.refresh();
+        followOwnTarget(subject);
+    }
+    if (subject == PW_ID_CORE) {
         restoreStreams();
-    } else {
-        dropStreams();
+        keepOneFree();
+    }
+    starts_.advance();
+}
+
+void Taps::updateLeftover(std::uint32_t node)
+{
+    if (leftovers_.update(node)) {
+        listeners_.notify(kAudioObjectSystemObject, kAudioHardwarePropertyTapList);
     }
 }
 
-void Taps::writeRefused(std::uint32_t object, int result)
+void Taps::metadataAvailable(bool isAvailable)
 {
-    // A volume that may not be changed says nothing about routing: only the metadata does.
-    const bool isRouting = !graph_.node(object) && !graph_.device(object);
-    if (isRouting && (result == -EACCES || result == -EPERM)) {
-        isRefused_ = true;
+    isRefused_ = false;
+    if (isAvailable) {
+        restoreStreams();
+        retakeStreams();
+    } else {
+        dropStreams();
     }
 }
 
@@ -336,14 +405,6 @@ TapObject& Taps::tapOf(const ProcedureObject& object)
     return taps_.at(aggregates_.at(object.aggregate).tap);
 }
 
-bool Taps::isCapturePermitted() const
-{
-    constexpr std::uint32_t needed = PW_PERM_W | PW_PERM_X;
-    // Without a session manager nothing is refused; it is only not there yet.
-    const bool canWrite = (graph_.metadataPermissions() & needed) == needed;
-    return !isRefused_ && (canWrite || !graph_.hasMetadata());
-}
-
 void Taps::arm(TapObject& tap, ProcedureObject& object)
 {
     tap.activeProcedure = object.id;
@@ -354,18 +415,17 @@ void Taps::arm(TapObject& tap, ProcedureObject& object)
         }
     }
     if (tap.streams) {
+        object.procedure.predecessor = tap.standIn ? tap.standIn->procedure() : nullptr;
         tap.streams->render().setProcedure(&object.procedure);
     }
     route(tap);
 }
 
-void Taps::disarm(TapObject& tap, const ProcedureObject& object)
+void Taps::disarm(TapObject& tap, ProcedureObject& object)
 {
     if (tap.activeProcedure == object.id) {
         tap.activeProcedure = 0;
-        if (tap.streams) {
-            tap.streams->render().setProcedure(nullptr);
-        }
+        setStandIn(tap, object);
         for (const auto& [id, other] : procedures_) {
             if (id != object.id && aggregates_.at(other->aggregate).tap == tap.id) {
                 retarget(tap, aggregates_.at(other->aggregate).description.master);
@@ -389,6 +449,13 @@ void Taps::retarget(TapObject& tap, const std::string& output)
 
 void Taps::retire(TapObject& tap)
 {
+    if (standBy(tap)) {
+        return;
+    }
+    if (tap.streams && tap.streams->render().procedure()) {
+        tap.streams->render().setProcedure(nullptr);
+        tap.streams->synchronise();
+    }
     retired_.add(tap.id, std::move(tap.streams), now());
     updateTimers();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "audio/AudioHardware.h"
+#include "audio/StartGate.h"
 #include "base/Clock.h"
 #include "platform/linux/pipewire/DeviceTable.h"
 #include "platform/linux/pipewire/Graph.h"
@@ -10,12 +11,18 @@
 #include "platform/linux/pipewire/ProcessTable.h"
 #include "platform/linux/pipewire/PropertyValue.h"
 #include "platform/linux/pipewire/StreamObserver.h"
+#include "platform/linux/pipewire/taps/LeftoverTaps.h"
 #include "platform/linux/pipewire/taps/LoopTimer.h"
 #include "platform/linux/pipewire/taps/RetiredTaps.h"
+#include "platform/linux/pipewire/taps/StandingTap.h"
+#include "platform/linux/pipewire/taps/StartLevel.h"
+#include "platform/linux/pipewire/taps/Starts.h"
 #include "platform/linux/pipewire/taps/TapObjects.h"
 #include "platform/linux/pipewire/taps/TapRouter.h"
+#include "platform/linux/pipewire/taps/TargetJournal.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <optional>
@@ -33,11 +40,13 @@ namespace fadewell::pipewire {
 /// comment says [locked]. Calls about one tap come one after another.
 class Taps final : private GraphObserver, private StreamObserver {
 public:
+    /// The journal of the streams' own targets is kept in `journalFolder`; empty: not kept.
     Taps(Graph& graph,
          ObjectIDs& ids,
          ListenerTable& listeners,
          const DeviceTable& devices,
-         ProcessTable& processes);
+         ProcessTable& processes,
+         std::filesystem::path journalFolder);
     ~Taps() override;
     Taps(const Taps&) = delete;
     Taps& operator=(const Taps&) = delete;
@@ -61,6 +70,15 @@ public:
                        const AudioObjectPropertyAddress& address,
                        std::optional<std::string>& text) const;
 
+    // As StartGate has them.
+    void setGatedApps(std::vector<GatedApp> apps);
+    void setLoweredStarts(std::optional<LoweredStarts> lowered);
+
+    /// An output came back: apps that were chosen to play there are sent to it, also those that
+    /// are not the engine's at the moment.
+    /// [locked]
+    void followDevices();
+
     OSStatus tapDescription(AudioObjectID tap, TapDescription& description);
     OSStatus setTapDescription(AudioObjectID tap, const TapDescription& description);
     OSStatus createProcessTap(const TapDescription& description, AudioObjectID& tap);
@@ -73,7 +91,22 @@ public:
     OSStatus stop(AudioObjectID device, IOProcID id);
 
 private:
+    /// A stream that was led to its tap, or to that of its app, before anybody else knew it.
+    struct Announced {
+        AudioObjectID process = 0;
+        std::string appID;
+    };
+
+    void clientChanged(const GraphClient& client) override;
+    void clientRemoved(const GraphClient& client) override;
+    void nodeAppeared(const GraphNode& node) override;
+    void nodeChanged(const GraphNode& node) override;
     void nodeRemoved(const GraphNode& node) override;
+    void linkChanged(const GraphLink& link) override;
+    void linkRemoved(const GraphLink& link) override;
+    void metadataChanged(std::uint32_t subject,
+                         const std::string& key,
+                         const std::optional<std::string>& value) override;
     void metadataAvailable(bool isAvailable) override;
     void writeRefused(std::uint32_t object, int result) override;
     void disconnected() override;
@@ -85,18 +118,55 @@ private:
     [[nodiscard]] TapObject* tapWithUUID(std::string_view uuid);
     [[nodiscard]] ProcedureObject* procedure(AudioObjectID device, IOProcID id);
     [[nodiscard]] TapObject& tapOf(const ProcedureObject& object);
-    [[nodiscard]] bool isCapturePermitted() const;
     void arm(TapObject& tap, ProcedureObject& object);
-    void disarm(TapObject& tap, const ProcedureObject& object);
+    void disarm(TapObject& tap, ProcedureObject& object);
     void retarget(TapObject& tap, const std::string& output);
     void retire(TapObject& tap);
+    void updateLeftover(std::uint32_t node);
+
+    /// New nodes hold up the session manager's links: not while an app is on its way.
+    static constexpr double refillSeconds = 0.150;
+
+    static constexpr const char* standingTitle = "Fadewell standby";
+
+    // TapPermission.cpp [locked]
+    [[nodiscard]] bool isCapturePermitted() const;
+    [[nodiscard]] bool askForPermission(); ///< [locked exactly once]
+
+    // TapStarts.cpp [locked]
+    [[nodiscard]] std::optional<Announced> ownerOf(const GraphNode& stream);
+    [[nodiscard]] const TapObject* tapFor(const Announced& owner) const;
+    void announce(const GraphNode& node);
+    [[nodiscard]] std::optional<Starts::Target> startTarget(std::uint32_t node);
+    [[nodiscard]] static bool carries(const TapObject& tap);
+    [[nodiscard]] bool isConcerned(const std::string& appID) const;
+    [[nodiscard]] std::string appOf(const TapObject& tap) const;
+    [[nodiscard]] bool isGateClosed() const { return !gated_.empty() || lowered_; }
+    [[nodiscard]] std::optional<StartLevel> startLevel(const std::string& appID) const;
+    [[nodiscard]] std::string outputFor(const StartLevel& level, std::uint32_t node) const;
+    void updateStanding();
+    [[nodiscard]] bool isLinked(const StandingTap& standing) const;
+    StandingTap* standingFor(const StartLevel& level, std::uint32_t node);
+    void send(StandingTap& standing, const std::string& output);
+    void followOwnTarget(std::uint32_t node);
+    bool adopt(TapObject& tap, const std::string& output);
+    bool standBy(TapObject& tap);
+    void setStandIn(TapObject& tap, ProcedureObject& previous);
+    void dismiss(StandingTap& standing);
+    void keepOneFree();
+    void makeStanding();
 
     // TapStreamsControl.cpp [locked]
+    [[nodiscard]] std::unique_ptr<TapStreams>
+    newStreams(const std::string& title, const std::string& output, bool listensOnly);
+    void streamsChanged(AudioObjectID tap);
     bool makeStreams(TapObject& tap, const std::string& output);
-    void dropStreams();
-    void restoreStreams();
     void routeAll();
     void route(TapObject& tap);
+    /// Whether the tap runs, if it is going to.
+    [[nodiscard]] bool isRunUp(const TapObject& tap);
+    /// Links that are heard change at a quiet moment; false: not now, but soon again.
+    [[nodiscard]] bool isQuietMoment(const TapStreams& streams);
     [[nodiscard]] std::vector<std::uint32_t> wantedStreams(const TapObject& tap) const;
     [[nodiscard]] bool isRunning(std::uint32_t node) const;
     [[nodiscard]] bool hasRunningStream(const TapObject& tap) const;
@@ -105,10 +175,22 @@ private:
     void updateTimers();
     void beat();
 
+    // TapOutage.cpp [locked]
+    [[nodiscard]] bool canPlay(const std::string& output) const;
+    void dropStreams();
+    void restoreStreams();
+    void relink();
+    void retakeStreams();
+    void lookForUnlinked();
+    void
+    replace(AudioObjectID id, std::unique_ptr<TapStreams>& fresh, std::unique_ptr<TapStreams> old);
+    [[nodiscard]] bool isAnyUnlinked(AudioObjectID tap) const;
+
     // TapHandover.cpp [locked exactly once]
     OSStatus handOver(TapObject& tap, ProcedureObject& object);
     OSStatus moveStreams(TapObject& tap, ProcedureObject& object, const std::string& output);
     OSStatus replaceStreams(TapObject& tap, ProcedureObject& object, const std::string& output);
+    void takeOver(TapObject& tap, ProcedureObject& object, const std::string& output);
     void fadeOut(TapObject& tap);
 
     // TapProperties.cpp
@@ -126,8 +208,16 @@ private:
     ListenerTable& listeners_;
     const DeviceTable& devices_;
     ProcessTable& processes_;
+    TargetJournal journal_;
+    LeftoverTaps leftovers_;
     TapRouter router_;
     RetiredTaps retired_;
+    Starts starts_;
+    std::map<std::string, GatedApp> gated_; ///< by app
+    std::optional<LoweredStarts> lowered_;
+    std::map<std::uint32_t, Announced> announced_; ///< by node
+    std::map<std::uint32_t, Announced> clients_;   ///< who they are, by client
+    std::vector<std::unique_ptr<StandingTap>> standing_;
     std::map<AudioObjectID, TapObject> taps_;
     std::map<AudioObjectID, AggregateObject> aggregates_;
     std::map<IOProcID, std::unique_ptr<ProcedureObject>> procedures_;
@@ -136,6 +226,11 @@ private:
     bool isRefused_ = false; ///< the server has refused to let us route
     LoopTimer beatTimer_;
     LoopTimer retireTimer_;
+    LoopTimer refillTimer_;
+    LoopTimer quietTimer_;
+    LoopTimer relinkTimer_;
+    int relinkTicks_ = 0;
+    int relinks_ = 0;
 };
 
 } // namespace fadewell::pipewire
