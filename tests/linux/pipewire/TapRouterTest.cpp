@@ -96,6 +96,18 @@ TEST_F(TapRouterTest, WhatAStreamWasAssignedIsKeptAndGivenBack)
     EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
 }
 
+TEST_F(TapRouterTest, AllAreGivenBackWhateverTheirTap)
+{
+    stream(61);
+    feed.metadata(61, object, "a");
+    router.attach(60, 7, tapName);
+    router.attach(61, 8, tapName);
+    EXPECT_TRUE(router.releaseAll());
+    EXPECT_EQ(graph.metadataValue(60, object), std::nullopt);
+    EXPECT_EQ(graph.metadataValue(61, object), "1020");
+    EXPECT_FALSE(router.releaseAll());
+}
+
 TEST_F(TapRouterTest, TheSessionManagerGoesOnRememberingTheStreamsOwnOutput)
 {
     feed.metadata(60, object, "1020");

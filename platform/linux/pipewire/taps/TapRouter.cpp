@@ -81,6 +81,16 @@ void TapRouter::release(std::uint32_t node, AudioObjectID tap)
     journal_.remove(attachment.serial);
 }
 
+bool TapRouter::releaseAll()
+{
+    const bool isAny = !attachments_.empty();
+    while (!attachments_.empty()) {
+        const auto& [node, attachment] = *attachments_.begin();
+        release(node, attachment.tap);
+    }
+    return isAny;
+}
+
 void TapRouter::appeared(std::uint32_t node)
 {
     sent_.erase(node);

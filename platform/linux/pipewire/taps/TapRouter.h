@@ -47,6 +47,9 @@ public:
     /// Gives the stream back, unless it is in another tap by now.
     void release(std::uint32_t node, AudioObjectID tap);
 
+    /// Gives back every stream, whatever its tap is doing. Returns whether there was one.
+    bool releaseAll();
+
     /// What is in one tap is in another one from now on: its streams became that one's.
     void reassign(AudioObjectID from, AudioObjectID to);
 

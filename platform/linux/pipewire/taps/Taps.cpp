@@ -14,6 +14,9 @@ namespace {
 // At the end of the program: for all apps together to move out of their taps.
 constexpr double farewellSeconds = 0.6;
 
+// For the server to take what is still to be written then.
+constexpr double flushSeconds = 0.3;
+
 } // namespace
 
 Taps::Taps(Graph& graph,
@@ -78,6 +81,9 @@ Taps::~Taps()
     procedures_.clear();
     taps_.clear();
     connection_.waitFor(farewellSeconds, [this] { return retired_.isEmpty(); });
+    if (router_.releaseAll()) {
+        connection_.roundTrip(flushSeconds);
+    }
     retired_.clear();
     beatTimer_.setInterval(0);
     retireTimer_.setInterval(0);
