@@ -27,10 +27,13 @@ struct FileUserDefaults::State {
     State(const std::filesystem::path& path, const std::filesystem::path& sparePath)
         : file(path)
         , spare(sparePath)
+        , copy(sparePath.parent_path() / ("stored-" + sparePath.filename().native()))
     {}
 
     // The file is touched by the constructor and then on the writer's queue only.
     void load();
+    void takeCopy();
+    void keepCopy(const std::string& bytes) const;
     void takeUnsaved();
     void save();
     void keepUnsaved();
@@ -44,6 +47,7 @@ struct FileUserDefaults::State {
     const Logger log{"settings"};
     const SettingsFile file;
     const SettingsFile spare; ///< the keys that the file lacks; one that was removed is null
+    const SettingsFile copy;  ///< what was stored last, for a file that was damaged since
     SettingsFile::Version known{.size = -2}; ///< what memory agrees with; at first, nothing
     bool hasFailed = false;
     bool hasUnsaved = false; ///< there is a spare file
@@ -64,6 +68,30 @@ void FileUserDefaults::State::load()
     const auto lock = file.lock(reason);
     if (auto found = readOrSetAside(); found.stored) {
         entries = std::move(*found.stored);
+    } else {
+        takeCopy();
+    }
+}
+
+void FileUserDefaults::State::takeCopy()
+{
+    auto stored = SettingsFormat::read(copy.read().bytes);
+    if (!stored || stored->empty()) {
+        return;
+    }
+    log.notice("What was stored last in this session is used instead");
+    entries = std::move(*stored);
+    for (const auto& [key, entry] : entries) {
+        changes.insert(key);
+    }
+}
+
+/// Failing takes only a second chance away.
+void FileUserDefaults::State::keepCopy(const std::string& bytes) const
+{
+    std::string ignored;
+    if (const auto lock = copy.lock(ignored)) {
+        static_cast<void>(copy.write(bytes));
     }
 }
 
@@ -182,6 +210,7 @@ std::optional<std::string> FileUserDefaults::State::writeMerged(const Changes& o
     auto failure = file.write(bytes);
     if (!failure) {
         known = file.version();
+        keepCopy(bytes);
     }
     return failure;
 }

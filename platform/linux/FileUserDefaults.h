@@ -13,7 +13,8 @@ namespace fadewell {
 /// A write is readable at once and on disk within 100 ms; writes in between go together. When it
 /// can't be written the failure is logged once, memory keeps the values, and the next write tries
 /// again; a spare file elsewhere keeps them over a crash meanwhile. A file that can't be read is
-/// kept aside under another name, which the log tells.
+/// kept aside under another name, which the log tells; a copy beside the spare file has what was
+/// stored last.
 ///
 /// Several processes may share the file: each takes a lock to write, reads what the others have
 /// written since, and replaces only the keys that it changed itself. What the others wrote is
