@@ -56,6 +56,19 @@ std::unique_ptr<FrontWindow> makeFrontWindow()
                                       : std::make_unique<SwayFrontWindow>(session.swaySocket);
 }
 
+/// What a login starts: `fadewell`, also when this is the program with windows that it became.
+std::filesystem::path startedProgram(const std::filesystem::path& self)
+{
+    for (const auto* folder : {".", FADEWELL_PROGRAMS}) {
+        std::error_code error;
+        auto program = std::filesystem::canonical(self.parent_path() / folder / "fadewell", error);
+        if (!error) {
+            return program;
+        }
+    }
+    return self;
+}
+
 bool isFlatpak()
 {
     std::error_code ignored;
@@ -121,8 +134,9 @@ std::optional<Platform> makePlatform(const std::shared_ptr<SerialQueue>& mainQue
         platform.loginItemService =
             std::make_shared<PortalLoginItem>(QDBusConnection::sessionBus(), platform.defaults);
     } else {
-        platform.loginItemService =
-            std::make_shared<AutostartItem>(AutostartItem::Place::current(paths, variable));
+        auto place = AutostartItem::Place::current(paths, variable);
+        place.program = startedProgram(place.program);
+        platform.loginItemService = std::make_shared<AutostartItem>(std::move(place));
     }
     return platform;
 }
