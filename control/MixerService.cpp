@@ -48,10 +48,11 @@ std::vector<BusMethod> lifecycleMethods(const MixerService::Parts& parts)
     };
 }
 
-/// Opens the mixer, after the caller was answered like with the others.
-BusMethod showMethod(const MixerService::Parts& parts)
+/// Opens a window, after the caller was answered like with the others.
+BusMethod showMethod(const MixerService::Parts& parts, const char* name, AppWindow window)
 {
-    const auto handle = [queue = parts.mainQueue, show = parts.show](const auto& args) -> BusReply {
+    const auto handle =
+        [queue = parts.mainQueue, show = parts.show, window](const auto& args) -> BusReply {
         const auto token = boundedText(args[0]);
         if (!token) {
             return textTooLong();
@@ -59,10 +60,10 @@ BusMethod showMethod(const MixerService::Parts& parts)
         if (!show) {
             return BusError{bus::error::notSupported, "Fadewell runs without a display."};
         }
-        queue->async([show, text = QString::fromStdString(*token)] { show(text); });
+        queue->async([=, text = QString::fromStdString(*token)] { show(window, text); });
         return QVariantList{};
     };
-    return {"Show", {{"activationToken", "s"}}, {}, handle};
+    return {name, {{"activationToken", "s"}}, {}, handle};
 }
 
 std::vector<BusMethod> allMethods(const MixerService::Parts& parts)
@@ -76,7 +77,8 @@ std::vector<BusMethod> allMethods(const MixerService::Parts& parts)
     append(methods, permissionMethods(parts.isCapturePermitted));
     append(methods, loginItemMethods(parts.loginItem));
     append(methods, lifecycleMethods(parts));
-    methods.push_back(showMethod(parts));
+    methods.push_back(showMethod(parts, "Show", AppWindow::panel));
+    methods.push_back(showMethod(parts, "ShowSettings", AppWindow::settings));
     return methods;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/AppWindows.h"
 #include "app/LoginItem.h"
 #include "app/MixerModel.h"
 #include "app/Workspace.h"
@@ -28,8 +29,8 @@ public:
         std::string version;
         std::function<void()> quit;     ///< called on the main queue after the caller was answered
         std::function<void()> reopened; ///< the program was started once more
-        /// Opens the mixer; the token lets it take the keyboard. Empty where there is no display.
-        std::function<void(const QString& activationToken)> show{};
+        /// Opens a window; the token lets it take the keyboard. Empty where there is no display.
+        std::function<void(AppWindow window, const QString& activationToken)> show{};
     };
 
     MixerService(QDBusConnection connection, Parts parts);

@@ -165,8 +165,8 @@ MixerService::Parts Program::serviceParts()
         composition_->reopen();
     };
     if (windowsFactory_) {
-        parts.show = [this](const QString& token) {
-            showPanel(token);
+        parts.show = [this](AppWindow window, const QString& token) {
+            showWindow(window, token);
         };
     }
     return parts;
@@ -195,12 +195,12 @@ void Program::makeWindows()
     composition_->setWindows(windows_);
 }
 
-void Program::showPanel(const QString& token)
+void Program::showWindow(AppWindow window, const QString& token)
 {
     if (!token.isEmpty()) {
         qputenv(activationToken, token.toUtf8());
     }
-    windows_->show(AppWindow::panel);
+    windows_->show(window);
 }
 
 void Program::launch()

@@ -38,7 +38,7 @@ private:
     [[nodiscard]] int tellOther();
     [[nodiscard]] MixerService::Parts serviceParts();
     void makeWindows();
-    void showPanel(const QString& activationToken);
+    void showWindow(AppWindow window, const QString& activationToken);
     void launch();
 
     Options options_;

@@ -206,6 +206,7 @@ void addRest(CLI::App& app, Typed& typed)
         ->add_option("ACTION", typed.action, "on or off")
         ->check(CLI::IsMember({"on", "off"}));
     add(app, typed, "show", "Open the mixer", "  fadewellctl show", show);
+    add(app, typed, "settings", "Open the settings", "  fadewellctl settings", settings);
     add(app, typed, "quit", "End Fadewell", "  fadewellctl quit", quit);
     auto* watcher = add(app,
                         typed,

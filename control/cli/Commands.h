@@ -48,6 +48,7 @@ struct CallSettingsChange {
 
 /// Opens the mixer of the running program.
 [[nodiscard]] Output show(const MixerClient& client);
+[[nodiscard]] Output settings(const MixerClient& client);
 
 /// Whether the sound server lets Fadewell work, asked now.
 [[nodiscard]] Output permission(const MixerClient& client);

@@ -18,6 +18,12 @@
 namespace fadewell::cli {
 namespace {
 
+Output open(const MixerClient& client, const char* method)
+{
+    client.call(method, {qEnvironmentVariable("XDG_ACTIVATION_TOKEN")});
+    return {OrderedJson{{"isShown", true}}, ""};
+}
+
 /// The new volume of the microphone; a change starts from what it is.
 double microphoneLevel(const MixerClient& client, const std::string& value)
 {
@@ -90,8 +96,12 @@ Output callSettings(const MixerClient& client, const CallSettingsChange& change)
 
 Output show(const MixerClient& client)
 {
-    client.call("Show", {qEnvironmentVariable("XDG_ACTIVATION_TOKEN")});
-    return {OrderedJson{{"isShown", true}}, ""};
+    return open(client, "Show");
+}
+
+Output settings(const MixerClient& client)
+{
+    return open(client, "ShowSettings");
 }
 
 Output permission(const MixerClient& client)

@@ -155,8 +155,8 @@ TEST_F(BusFixture, ShowsTheMixerWhereThereIsADisplay)
     parts.model = model;
     parts.mainQueue = queue;
     parts.workspace = workspace;
-    parts.show = [&](const QString& token) {
-        shownWith = token.toStdString();
+    parts.show = [&](AppWindow window, const QString& token) {
+        shownWith = (window == AppWindow::settings ? "settings " : "") + token.toStdString();
     };
     service.reset(); // Another takes its place on the same bus.
     MixerService withWindows(connect("service"), std::move(parts));
@@ -164,6 +164,8 @@ TEST_F(BusFixture, ShowsTheMixerWhereThereIsADisplay)
     EXPECT_EQ(call("Show", {QString(2000, 'x')}).errorName(), bus::error::invalidArguments);
     EXPECT_EQ(call("Show", {"token"}).type(), QDBusMessage::ReplyMessage);
     waitUntil([&] { return shownWith == "token"; });
+    EXPECT_EQ(call("ShowSettings", {"other"}).type(), QDBusMessage::ReplyMessage);
+    waitUntil([&] { return shownWith == "settings other"; });
     EXPECT_EQ(reopens, 0);
 }
 
