@@ -218,9 +218,6 @@ void Program::launch()
         onDisplay = composition_.get();
         std::atexit(leaveDisplay);
     }
-    if (options_.isShowing && windows_) {
-        windows_->show(AppWindow::panel);
-    }
     if (!windows_ && !options_.isHeadless) {
         log_.notice("No display: runs without windows; fadewellctl drives it");
     }

@@ -47,6 +47,7 @@ run|qt6-wayland|windows on Wayland
 test|xvfb|a screen for the tests of keyboard, tray and windows
 test|x11-xkb-utils|changes its keyboard layout
 test|x11-xserver-utils|xmodmap, to move its modifiers
+test|trayer|a tray, for the walk through the whole program
 test|at-spi2-core|the accessibility bus of those tests
 test|mpv|an unmodified player in the integration tests
 test|ffmpeg|ffplay, another one, through the Pulse protocol

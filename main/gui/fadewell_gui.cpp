@@ -27,7 +27,7 @@ int runOnDisplay(int argc,
     }
     const QApplication application(argc, argv);
     installLanguage();
-    const auto makeWindows = [](const WindowsParts& parts) -> std::shared_ptr<AppWindows> {
+    const auto makeWindows = [&options](const WindowsParts& parts) -> std::shared_ptr<AppWindows> {
         auto windows = std::make_shared<DesktopWindows>(
             DesktopWindows::Parts{.model = parts.model,
                                   .mainQueue = parts.mainQueue,
@@ -41,6 +41,9 @@ int runOnDisplay(int argc,
                                   .build = QStringLiteral(FADEWELL_BUILD),
                                   .quit = parts.quit});
         windows->showIcon();
+        if (options.isShowing) {
+            windows->openMixerAtStart();
+        }
         return windows;
     };
     return Program(options, termination, heartbeat, makeWindows).run();

@@ -5,7 +5,6 @@
 
 #include <cmath>
 #include <csignal>
-#include <fstream>
 #include <thread>
 
 namespace fadewell::integration {
@@ -69,26 +68,10 @@ protected:
         return ChildProcess({program, protocol, tone(), "capture"});
     }
 
-    /// A page that takes the microphone as every call in a browser does.
-    static ChildProcess browser()
-    {
-        const auto folder = tone().parent_path();
-        std::ofstream(folder / "call.html")
-            << "<script>navigator.mediaDevices.getUserMedia({audio: true})</script>";
-        return ChildProcess({"chromium",
-                             "--no-sandbox",
-                             "--headless=new",
-                             "--disable-gpu",
-                             "--no-first-run",
-                             "--use-fake-ui-for-media-stream",
-                             "--user-data-dir=" + (folder / "browser").string(),
-                             "file://" + (folder / "call.html").string()});
-    }
-
     static ChildProcess startCall(const std::string& kind)
     {
         if (kind == "chromium") {
-            return browser();
+            return callInBrowser(tone().parent_path());
         }
         auto app = callApp(kind);
         std::this_thread::sleep_for(300ms);

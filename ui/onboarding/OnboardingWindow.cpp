@@ -82,6 +82,7 @@ bool OnboardingWindow::eventFilter(QObject* watched, QEvent* event)
                 if (view_ && !view_->isVisible()) { // Nobody has opened it again meanwhile.
                     view_.reset();
                     model_.reset();
+                    emit closed();
                 }
             },
             Qt::QueuedConnection);

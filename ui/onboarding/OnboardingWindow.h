@@ -23,9 +23,13 @@ public:
 
     /// Opens it, or brings it to the front.
     void show();
+    [[nodiscard]] bool isOpen() const { return view_ != nullptr; }
 
     /// Set once it has been closed.
     static constexpr const char* completedKey = "hasCompletedOnboarding";
+
+signals:
+    void closed();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -71,6 +71,25 @@ void DesktopWindows::showIcon()
     tray_->setInserted(parts_.defaults->get<bool>(insertedKey).value_or(true));
 }
 
+void DesktopWindows::openMixerAtStart()
+{
+    QMetaObject::invokeMethod(
+        &panel_,
+        [this] {
+            if (!onboarding_.isOpen()) {
+                panel_.show();
+                return;
+            }
+            QObject::connect(
+                &onboarding_,
+                &OnboardingWindow::closed,
+                &panel_,
+                [this] { panel_.show(); },
+                Qt::SingleShotConnection);
+        },
+        Qt::QueuedConnection);
+}
+
 bool DesktopWindows::offers(AppWindow /*window*/) const
 {
     return true;

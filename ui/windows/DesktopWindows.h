@@ -44,6 +44,9 @@ public:
 
     /// Puts the icon into the tray, unless the user doesn't want it there.
     void showIcon();
+    /// Opens the mixer once the program has started; where that begins with the onboarding, when it
+    /// has been closed.
+    void openMixerAtStart();
 
     [[nodiscard]] bool offers(AppWindow window) const override;
     void show(AppWindow window) override;

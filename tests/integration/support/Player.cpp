@@ -56,6 +56,20 @@ std::string controlOf(const std::filesystem::path& file)
     return file.string() + ".mpv";
 }
 
+ChildProcess callInBrowser(const std::filesystem::path& folder)
+{
+    std::ofstream(folder / "call.html")
+        << "<script>navigator.mediaDevices.getUserMedia({audio: true})</script>";
+    return ChildProcess({"chromium",
+                         "--no-sandbox",
+                         "--headless=new",
+                         "--disable-gpu",
+                         "--no-first-run",
+                         "--use-fake-ui-for-media-stream",
+                         "--user-data-dir=" + (folder / "browser").string(),
+                         "file://" + (folder / "call.html").string()});
+}
+
 void writeFrames(const std::filesystem::path& file, const std::vector<Frame>& frames)
 {
     WavHeader header;

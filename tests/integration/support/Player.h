@@ -21,6 +21,10 @@ play(const std::string& player, const std::filesystem::path& file, const std::st
 /// The socket on which mpv takes commands while it plays a file.
 [[nodiscard]] std::string controlOf(const std::filesystem::path& file);
 
+/// A page in a browser that takes the microphone as every call in one does; its files go into
+/// `folder`.
+[[nodiscard]] ChildProcess callInBrowser(const std::filesystem::path& folder);
+
 /// The left and the right sample.
 using Frame = std::array<float, 2>;
 

@@ -136,6 +136,16 @@ void Accessible::setValue(double value) const
     }
 }
 
+Bounds Accessible::bounds() const
+{
+    const auto component = owned(atspi_accessible_get_component_iface(object_.get()));
+    const std::unique_ptr<AtspiRect, void (*)(void*)> rect(
+        component ? atspi_component_get_extents(component.get(), ATSPI_COORD_TYPE_SCREEN, nullptr)
+                  : nullptr,
+        g_free);
+    return rect ? Bounds{rect->x, rect->y, rect->width, rect->height} : Bounds{};
+}
+
 std::string Accessible::tree(int depth) const
 {
     auto text = fmt::format("{:{}}{} “{}” {}",

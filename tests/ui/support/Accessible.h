@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/ui/support/Person.h"
+
 #include <atspi/atspi.h>
 #include <functional>
 #include <memory>
@@ -40,6 +42,9 @@ public:
     };
     [[nodiscard]] std::optional<Range> range() const;
     void setValue(double value) const;
+
+    /// Where it is on the screen.
+    [[nodiscard]] Bounds bounds() const;
 
     /// This object and all below it, a line each.
     [[nodiscard]] std::string tree(int depth = 0) const;
