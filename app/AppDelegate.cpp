@@ -1,7 +1,5 @@
 #include "app/AppDelegate.h"
 
-#include "app/AppShortcuts.h"
-
 #include <utility>
 
 namespace fadewell {
@@ -26,16 +24,18 @@ void AppDelegate::applicationDidFinishLaunching(const std::function<void()>& ins
     installSignalHandlers();
     model_->start();
     if (shortcuts_) {
-        AppShortcuts::registerActions(*shortcuts_, model_);
+        AppShortcuts::registerActions(*shortcuts_, model_, translate_);
     }
     if (windows_ && !defaults_->get<bool>("hasCompletedOnboarding").value_or(false)) {
         windows_->show(AppWindow::onboarding);
     }
 }
 
-void AppDelegate::setShortcuts(std::shared_ptr<shortcuts::KeyboardShortcuts> shortcuts)
+void AppDelegate::setShortcuts(std::shared_ptr<shortcuts::KeyboardShortcuts> shortcuts,
+                               AppShortcuts::Translate translate)
 {
     shortcuts_ = std::move(shortcuts);
+    translate_ = std::move(translate);
 }
 
 void AppDelegate::applicationShouldHandleReopen()

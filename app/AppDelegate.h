@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/AppShortcuts.h"
 #include "app/AppWindows.h"
 #include "app/MixerModel.h"
 #include "audio/AudioHardware.h"
@@ -35,8 +36,10 @@ public:
 
     [[nodiscard]] MixerModel& model() { return *model_; }
 
-    /// Before the launch, which gives them their actions; without them there are none.
-    void setShortcuts(std::shared_ptr<shortcuts::KeyboardShortcuts> shortcuts);
+    /// Before the launch, which gives them their actions; without them there are none. `translate`
+    /// may be empty.
+    void setShortcuts(std::shared_ptr<shortcuts::KeyboardShortcuts> shortcuts,
+                      AppShortcuts::Translate translate = {});
 
 private:
     std::shared_ptr<MixerModel> model_;
@@ -44,6 +47,7 @@ private:
     std::shared_ptr<UserDefaults> defaults_;
     std::shared_ptr<AppWindows> windows_;                     ///< may be absent
     std::shared_ptr<shortcuts::KeyboardShortcuts> shortcuts_; ///< may be absent
+    AppShortcuts::Translate translate_;
 };
 
 } // namespace fadewell

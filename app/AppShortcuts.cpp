@@ -7,7 +7,8 @@
 namespace fadewell::AppShortcuts {
 
 void registerActions(shortcuts::KeyboardShortcuts& keyboard,
-                     const std::shared_ptr<MixerModel>& model)
+                     const std::shared_ptr<MixerModel>& model,
+                     const Translate& translate)
 {
     const auto with = [weak = std::weak_ptr(model)](std::function<void(MixerModel&)> action) {
         return [weak, action = std::move(action)] {
@@ -27,7 +28,7 @@ void registerActions(shortcuts::KeyboardShortcuts& keyboard,
                               with([](auto& mixer) { mixer.stepFrontmostApp(-step); }));
     std::vector<shortcuts::NamedBinding> bindings;
     for (const auto& entry : all) {
-        bindings.push_back({entry.rawValue, entry.title});
+        bindings.push_back({entry.rawValue, translate ? translate(entry.title) : entry.title});
     }
     keyboard.bindNamed(std::move(bindings));
 }

@@ -4,7 +4,9 @@
 #include "shortcuts/KeyboardShortcuts.h"
 
 #include <array>
+#include <functional>
 #include <memory>
+#include <string>
 
 namespace fadewell {
 
@@ -24,13 +26,17 @@ constexpr std::array<Entry, 4> all{{{"toggleMicrophone", "Turn Microphone On or 
                                     {"raiseFrontmostApp", "Turn Up the App in Front"},
                                     {"lowerFrontmostApp", "Turn Down the App in Front"}}};
 
+/// A title in the user's language.
+using Translate = std::function<std::string(const char* title)>;
+
 /// How far one press moves the frontmost app's volume.
 constexpr double step = 0.1;
 
 /// Gives each its action on the model, which is held weakly, and offers them to a desktop that
-/// assigns combinations itself. [main queue]
+/// assigns combinations itself, which shows the user their titles. [main queue]
 void registerActions(shortcuts::KeyboardShortcuts& keyboard,
-                     const std::shared_ptr<MixerModel>& model);
+                     const std::shared_ptr<MixerModel>& model,
+                     const Translate& translate = {});
 
 } // namespace AppShortcuts
 

@@ -15,6 +15,7 @@ if(FADEWELL_QT)
     find_package(Qt6 REQUIRED COMPONENTS Gui LinguistTools Quick Svg) # the panel, its symbols and languages
     find_package(CLI11 REQUIRED)                    # command lines of fadewell and fadewellctl
     find_package(Qt6 REQUIRED COMPONENTS Gui Svg Widgets) # the tray icon and its menu
+    pkg_check_modules(GIO REQUIRED IMPORTED_TARGET gio-2.0) # the shortcuts of GNOME and its relatives
     pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb) # whether an X server answers
 endif()
 if(FADEWELL_TESTS)

@@ -2,6 +2,8 @@
 
 #include "audio/EngineContext.h"
 
+#include <QCoreApplication>
+
 #include <utility>
 
 namespace fadewell {
@@ -26,6 +28,12 @@ std::shared_ptr<MixerModel> makeModel(const Platform& platform,
          .startGate = platform.startGate});
 }
 
+// The windows' catalogue has them, where there are windows.
+std::string translated(const char* title)
+{
+    return QCoreApplication::translate("ShortcutsPane", title).toStdString();
+}
+
 } // namespace
 
 Composition::Composition(Platform platform,
@@ -45,7 +53,7 @@ Composition::Composition(Platform platform,
           std::move(mainQueue), platform_.defaults, platform_.hotKeys))
     , delegate_(model_, platform_.hardware, platform_.defaults)
 {
-    delegate_.setShortcuts(shortcuts_);
+    delegate_.setShortcuts(shortcuts_, translated);
 }
 
 void Composition::setWindows(std::shared_ptr<AppWindows> windows)

@@ -17,6 +17,7 @@
 #include "platform/linux/pipewire/PipeWireHardware.h"
 #include "platform/linux/portal/PortalLoginItem.h"
 #include "platform/linux/supervision/Supervisor.h"
+#include "platform/linux/systemkeys/SystemKeys.h"
 
 #include <QDBusConnection>
 
@@ -34,6 +35,7 @@ std::shared_ptr<LinuxHotKeyService> makeHotKeys(const std::shared_ptr<SerialQueu
     if (display == Session::Display::x11) {
         std::string error;
         if (auto keys = X11HotKeyService::create({}, mainQueue, qtDescriptorWatch(), error)) {
+            keys->setSystemKeys([] { return SystemKeys::read(); });
             return keys;
         }
         Logger("shortcuts").notice("No keyboard shortcuts: {}", error);

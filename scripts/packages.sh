@@ -22,6 +22,7 @@ build|nlohmann-json3-dev|stored settings and --json output
 build|libicu-dev|locale-aware sorting, percentages and lists
 build|uuid-dev|identifiers of taps and aggregates
 build|libsystemd-dev|the journal and user scopes
+build|libglib2.0-dev|GIO: the shortcuts that GNOME, Cinnamon and MATE have bound themselves
 build|libxcb-xkb-dev|keyboard layouts of the X server
 build|libxkbcommon-dev|what keys type
 build|libxkbcommon-x11-dev|what keys type on the X server

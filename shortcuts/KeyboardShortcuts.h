@@ -69,6 +69,7 @@ public:
     void beginRecording(const Recorder& recorder);
     /// Does nothing for a recorder that is not, or no longer, the active one.
     void endRecording(const Recorder& recorder);
+    [[nodiscard]] bool isRecording() const { return activeRecorder_ != nullptr; }
 
     /// Where the desktop assigns combinations: offers it these names, which then run their actions
     /// whatever is stored. Does nothing elsewhere, but is remembered until such a desktop turns up.

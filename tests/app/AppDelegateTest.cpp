@@ -57,6 +57,22 @@ TEST_F(AppDelegateTest, ItsFourShortcutsActOnTheModelWhileItLives)
     });
 }
 
+TEST_F(AppDelegateTest, ADesktopThatAssignsShortcutsShowsThemInTheUsersLanguage)
+{
+    launch();
+    AppDelegate delegate(model_, hardware_, defaults_);
+    keys_->offered = shortcuts::HotKeyService::Support::portal;
+    onMain([&] {
+        delegate.setShortcuts(shortcuts::KeyboardShortcuts::create(main_, defaults_, keys_),
+                              [](const char* title) { return "«" + std::string(title) + "»"; });
+        delegate.applicationDidFinishLaunching([] {});
+        ASSERT_EQ(keys_->bound.size(), 4U);
+        EXPECT_EQ(keys_->bound[3].id, "lowerFrontmostApp");
+        EXPECT_EQ(keys_->bound[3].description, "«Turn Down the App in Front»");
+        delegate.setShortcuts(nullptr);
+    });
+}
+
 TEST_F(AppDelegateTest, CleansUpAfterAnEarlierRunBeforeItStarts)
 {
     auto left = TapDescription::stereoMixdownOfProcesses({});

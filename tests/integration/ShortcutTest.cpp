@@ -62,5 +62,29 @@ TEST_F(ShortcutTest, AToggleActsWhenItIsReleased)
     expectOnRelease(Key::toggleCallMode, {"call-mode"}, "Call mode: on");
 }
 
+TEST_F(ShortcutTest, AnOpenMenuHasTheKeysAndGivesThemBack)
+{
+    constexpr int escape = 9;
+    constexpr int tab = 23;
+    constexpr int space = 65;
+    ShortcutDesk desk(Fadewell::Windows::onDisplay);
+    const auto player = play("pw-play", tone());
+    ASSERT_TRUE(await([&] { return !Fadewell::appOf(player.pid()).empty(); }));
+    desk.bringToFront(player.pid());
+    ASSERT_EQ(Fadewell::control({"show"}).code, 0);
+    ASSERT_TRUE(await([&] { return desk.hasFocus(); }));
+    EXPECT_FALSE(desk.isFree(Key::lower));
+    desk.type({tab, space}); // The panel's menu.
+    EXPECT_TRUE(await([&] { return desk.isFree(Key::lower); }));
+    desk.strike(Key::lower);
+    EXPECT_TRUE(speakers_->awaitGain(decibels(0.9)));
+    desk.strike(Key::toggleMicrophone);
+    EXPECT_TRUE(answers({"microphone"}, ": off (muted)"));
+    desk.type({escape});
+    EXPECT_TRUE(await([&] { return !desk.isFree(Key::lower); }));
+    desk.strike(Key::lower);
+    EXPECT_TRUE(speakers_->awaitGain(decibels(0.8)));
+}
+
 } // namespace
 } // namespace fadewell::integration

@@ -1,6 +1,7 @@
 // The panel's window and views, operated by keyboard.
 
 #include "tests/ui/PanelFixture.h"
+#include "ui/style/MenuTracking.h"
 
 #include <QFile>
 #include <QProcess>
@@ -119,6 +120,30 @@ TEST_F(PanelWindowTest, EscapeClosesAMenuFirstAndThenThePanel)
     EXPECT_TRUE(panel_->isVisible());
     press(Qt::Key_Escape);
     EXPECT_FALSE(panel_->isVisible());
+}
+
+TEST_F(PanelWindowTest, AMenuHasTheKeysWhileItIsOpenInTheWindowThatHasThem)
+{
+    std::vector<bool> told;
+    QObject context;
+    QObject::connect(&MenuTracking::instance(), &MenuTracking::changed, &context, [&](bool is) {
+        told.push_back(is);
+    });
+    open({.quit = [] {
+    }});
+    press(Qt::Key_Tab);
+    press(Qt::Key_Space);
+    EXPECT_EQ(told, (std::vector<bool>{true}));
+    press(Qt::Key_Escape);
+    press(Qt::Key_Space);
+    EXPECT_EQ(told, (std::vector<bool>{true, false, true}));
+    QWindow other;
+    onMain([&] {
+        other.show();
+        other.requestActivate();
+    });
+    settle();
+    EXPECT_EQ(told, (std::vector<bool>{true, false, true, false}));
 }
 
 TEST_F(PanelWindowTest, AMenuClosesWithItsRow)

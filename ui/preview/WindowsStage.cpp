@@ -130,6 +130,7 @@ void WindowsStage::assignShortcuts(shortcuts::HotKeyService::Support support)
     keys_->system = {{8, classic::control | classic::option}};
     keys_->triggers = {{"toggleMicrophone", "Super+Alt+M"}, {"raiseFrontmostApp", "Super+Up"}};
     shortcuts_ = KeyboardShortcuts::create(mainQueue_, defaults_, keys_);
+    keyFilter_ = std::make_unique<LocalKeyFilter>(shortcuts_);
     shortcuts_->storeShortcut(Shortcut{46, classic::control | classic::option},
                               Name{"toggleMicrophone"});
     shortcuts_->storeShortcut(Shortcut{126, classic::control | classic::shift | classic::command},

@@ -53,13 +53,13 @@ private:
     std::shared_ptr<SimulatedProcessLookup> lookup_ = std::make_shared<SimulatedProcessLookup>();
     std::shared_ptr<MemoryUserDefaults> defaults_ = std::make_shared<MemoryUserDefaults>();
     std::shared_ptr<SimulatedHotKeyService> keys_ = std::make_shared<SimulatedHotKeyService>();
-    LocalKeyFilter keyFilter_{keys_};
     std::shared_ptr<Desktop> desktop_;
     std::shared_ptr<Server> server_;
     std::shared_ptr<MixerModel> model_;
     std::shared_ptr<LoginItem> loginItem_;
     std::shared_ptr<AudioAccess> audioAccess_;
     std::shared_ptr<shortcuts::KeyboardShortcuts> shortcuts_;
+    std::unique_ptr<LocalKeyFilter> keyFilter_;
     Timer cycles_;
 };
 

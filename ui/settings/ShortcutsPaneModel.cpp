@@ -1,9 +1,12 @@
 #include "ui/settings/ShortcutsPaneModel.h"
 
+#include "app/AppShortcuts.h"
+
 #include <QCoreApplication>
 
 #include <algorithm>
 #include <array>
+#include <string_view>
 
 namespace fadewell {
 namespace {
@@ -20,6 +23,12 @@ constexpr std::array<Row, 4> rows{
      {"toggleCallMode", QT_TRANSLATE_NOOP("ShortcutsPane", "Turn Call Mode On or Off")},
      {"raiseFrontmostApp", QT_TRANSLATE_NOOP("ShortcutsPane", "Turn Up the App in Front")},
      {"lowerFrontmostApp", QT_TRANSLATE_NOOP("ShortcutsPane", "Turn Down the App in Front")}}};
+
+// Desktops that assign shortcuts show the same titles, translated from here.
+static_assert(std::ranges::equal(rows, AppShortcuts::all, [](const auto& row, const auto& entry) {
+    return std::string_view(row.name) == entry.rawValue &&
+           std::string_view(row.title) == entry.title;
+}));
 
 } // namespace
 

@@ -1,6 +1,7 @@
 #include "ui/shortcuts/LocalKeyFilter.h"
 
 #include "shortcuts/Modifiers.h"
+#include "ui/style/MenuTracking.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -31,19 +32,23 @@ std::uint32_t flagsOf(Qt::KeyboardModifiers modifiers)
 
 } // namespace
 
-LocalKeyFilter::LocalKeyFilter(std::shared_ptr<shortcuts::HotKeyService> service)
-    : service_(std::move(service))
+LocalKeyFilter::LocalKeyFilter(std::shared_ptr<shortcuts::KeyboardShortcuts> shortcuts)
+    : shortcuts_(std::move(shortcuts))
 {
     QCoreApplication::instance()->installEventFilter(this);
+    connect(&MenuTracking::instance(), &MenuTracking::changed, this, [this](bool isTracking) {
+        shortcuts_->notifications()->post(isTracking ? shortcuts::notification::menuDidBeginTracking
+                                                     : shortcuts::notification::menuDidEndTracking);
+    });
 }
 
 bool LocalKeyFilter::eventFilter(QObject* watched, QEvent* event)
 {
     // Only where a key arrives first, not again at the item that has the focus.
-    if (!watched->isWindowType() || !service_->wantsLocalKeys()) {
+    if (!watched->isWindowType() || !shortcuts_->service()->wantsLocalKeys()) {
         return false;
     }
-    if (event->type() == QEvent::ShortcutOverride) {
+    if (event->type() == QEvent::ShortcutOverride && shortcuts_->isRecording()) {
         event->accept(); // It comes as a key, not as one of the window's own shortcuts.
         return true;
     }
@@ -57,10 +62,10 @@ bool LocalKeyFilter::deliver(const QKeyEvent& event)
     if (event.nativeScanCode() < firstScanCode || (!isPressed && event.isAutoRepeat())) {
         return false; // A held key is not released each time that it repeats.
     }
-    return service_->deliverLocalKey(event.nativeScanCode() - firstScanCode,
-                                     isPressed,
-                                     event.isAutoRepeat(),
-                                     flagsOf(event.modifiers()));
+    return shortcuts_->service()->deliverLocalKey(event.nativeScanCode() - firstScanCode,
+                                                  isPressed,
+                                                  event.isAutoRepeat(),
+                                                  flagsOf(event.modifiers()));
 }
 
 } // namespace fadewell

@@ -2,6 +2,7 @@
 
 #include "shortcuts/Modifiers.h"
 #include "ui/shortcuts/ShortcutNames.h"
+#include "ui/style/Language.h"
 
 #include <utility>
 
@@ -16,7 +17,8 @@ RecorderField::RecorderField(std::shared_ptr<KeyboardShortcuts> shortcuts,
     : QObject(parent)
     , shortcuts_(std::move(shortcuts))
     , title_(std::move(title))
-    , recorder_(Recorder::create(shortcuts_, *this, {.shortcutName = name}))
+    , recorder_(Recorder::create(
+          shortcuts_, *this, {.shortcutName = name}, Messages(shownLanguage().toStdString())))
 {
     const auto tell = [this](const auto&) {
         emit changed();

@@ -7,6 +7,8 @@ Item {
     id: root
 
     required property RecorderField field
+    // Symbols stand in their order, also where the key's name is written from right to left.
+    readonly property string symbols: "\u200E" + field.text
     readonly property bool hasKeyboard: face.activeFocus && Window.active
 
     implicitWidth: Math.round(150 * Theme.bodySize / 13.5)
@@ -60,7 +62,7 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             horizontalAlignment: Text.AlignHCenter
             text: root.field.isRecording ? qsTr("Press Shortcut")
-                  : root.field.text !== "" ? root.field.text : qsTr("Record Shortcut")
+                  : root.field.text !== "" ? root.symbols : qsTr("Record Shortcut")
             textFormat: Text.PlainText
             elide: Text.ElideRight
             color: root.field.text !== "" && !root.field.isRecording ? Theme.text : Theme.secondaryText

@@ -32,4 +32,10 @@ void installLanguage()
     }
 }
 
+QString shownLanguage()
+{
+    const auto* translator = QCoreApplication::instance()->findChild<QTranslator*>();
+    return translator == nullptr ? QStringLiteral("en") : translator->language();
+}
+
 } // namespace fadewell

@@ -28,6 +28,9 @@ T.Popup {
     }
 
     readonly property int count: entries.count
+    // A menu has the keys only while its window has them, and doesn't outlast that.
+    readonly property bool isWindowActive: list.Window.active
+    readonly property bool hasKeys: visible && isWindowActive
     readonly property bool isMirrored: button !== null && button.LayoutMirroring.enabled
 
     x: button === null ? 0 : isMirrored ? 0 : button.width - width
@@ -39,6 +42,8 @@ T.Popup {
     focus: true
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
 
+    onHasKeysChanged: MenuTracking.setTracking(root, hasKeys)
+    onIsWindowActiveChanged: if (!isWindowActive) close()
     onCountChanged: if (count === 0) close() // what it belongs to is gone
     onClosed: if (previousFocus !== null) previousFocus.forceActiveFocus()
 

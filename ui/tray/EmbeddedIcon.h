@@ -26,6 +26,9 @@ public:
     void setAppearance(const MenuBarIcon& icon, TrayIcons::Ground ground);
     void setEntries(const std::vector<TrayMenuEntry>& entries);
 
+    /// What opens by the right button; it takes the keyboard.
+    [[nodiscard]] QMenu& menu() { return menu_; }
+
     /// Whether there is such a tray now.
     [[nodiscard]] static bool isTrayThere() { return isSystemTrayAvailable(); }
 

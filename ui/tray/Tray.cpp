@@ -94,6 +94,9 @@ void Tray::followHost()
         embedded_.reset();
     } else if (!embedded_) {
         embedded_ = std::make_unique<EmbeddedIcon>(actions_);
+        auto* menu = &embedded_->menu();
+        connect(menu, &QMenu::aboutToShow, this, [this, menu] { Q_EMIT menuTracked(menu, true); });
+        connect(menu, &QMenu::aboutToHide, this, [this, menu] { Q_EMIT menuTracked(menu, false); });
         update();
         embedded_->show();
     }

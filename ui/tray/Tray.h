@@ -47,6 +47,8 @@ public:
 
 Q_SIGNALS:
     void presenceChanged();
+    /// A menu that we draw ourselves took the keyboard, or gave it back.
+    void menuTracked(QMenu* menu, bool isTracking);
 
 private:
     void insert();

@@ -1,5 +1,6 @@
 #include "ui/windows/DesktopWindows.h"
 
+#include "ui/style/MenuTracking.h"
 #include "ui/style/Theme.h"
 #include "ui/tray/TrayLook.h"
 
@@ -36,8 +37,7 @@ ScrollSteps::Host scrollHost()
 
 DesktopWindows::DesktopWindows(Parts parts)
     : parts_(std::move(parts))
-    , keys_(parts_.shortcuts ? std::make_unique<LocalKeyFilter>(parts_.shortcuts->service())
-                             : nullptr)
+    , keys_(parts_.shortcuts ? std::make_unique<LocalKeyFilter>(parts_.shortcuts) : nullptr)
     , systemPages_(std::make_shared<SystemPages>(
           SystemPages::ofSession([this](SystemPage page) { help_.show(page); })))
     , settings_(settingsParts())
@@ -60,6 +60,8 @@ void DesktopWindows::showIcon()
     };
     followAppearance();
     QObject::connect(&Theme::instance(), &Theme::changed, tray_.get(), followAppearance);
+    QObject::connect(
+        tray_.get(), &Tray::menuTracked, &MenuTracking::instance(), &MenuTracking::setTracking);
     notice_ = std::make_unique<MissingTrayNotice>(
         *tray_,
         MissingTrayNotice::Parts{.mainQueue = parts_.mainQueue,

@@ -1,6 +1,7 @@
 #include "platform/linux/hotkeys/LinuxHotKeyService.h"
 
 #include "platform/linux/hotkeys/KeyCodeMap.h"
+#include "shortcuts/Modifiers.h"
 
 #include <linux/input-event-codes.h>
 #include <utility>
@@ -87,6 +88,27 @@ bool LinuxHotKeyService::deliverLocalKey(std::uint32_t evdev,
     event.isARepeat = isRepeat;
     event.functionKey = functionKey(evdev);
     return monitors_.any([&event](const KeyFilter& filter) { return filter(event); });
+}
+
+std::vector<Shortcut> LinuxHotKeyService::systemHotKeys()
+{
+    std::vector<Shortcut> hotKeys;
+    const auto add = [&hotKeys](std::uint32_t evdev, std::uint32_t modifiers) {
+        if (const auto keyCode = virtualKeyCode(evdev)) {
+            hotKeys.push_back({*keyCode, modifiers});
+        }
+    };
+    for (const auto& binding : readSystemKeys_ ? readSystemKeys_() : std::vector<KeyBinding>()) {
+        if (binding.evdev) {
+            add(*binding.evdev, binding.modifiers);
+            continue;
+        }
+        for (const auto& key : characters_.keysOf(binding.symbol)) {
+            add(key.keycode - xKeycodeOffset,
+                binding.modifiers | (key.needsShift ? classic::shift : 0));
+        }
+    }
+    return hotKeys;
 }
 
 std::string LinuxHotKeyService::character(std::uint32_t keyCode)

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "platform/linux/hotkeys/KeyBinding.h"
 #include "platform/linux/hotkeys/Listeners.h"
 #include "platform/linux/hotkeys/TypedCharacters.h"
 #include "shortcuts/HotKeyService.h"
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <set>
 #include <span>
@@ -18,6 +20,12 @@ class LinuxHotKeyService : public shortcuts::HotKeyService {
 public:
     using OSStatus = shortcuts::OSStatus;
 
+    /// Reads what the desktop has bound itself; asked anew each time that someone wants to know.
+    void setSystemKeys(std::function<std::vector<KeyBinding>()> read)
+    {
+        readSystemKeys_ = std::move(read);
+    }
+
     [[nodiscard]] Support support() const override { return Support::none; }
     [[nodiscard]] Subscription onSupportChanged(std::function<void()> changed) override;
     OSStatus registerEventHotKey(std::uint32_t keyCode,
@@ -29,9 +37,8 @@ public:
     void addEventTypes(std::span<const shortcuts::EventType> types) override;
     void removeEventTypes(std::span<const shortcuts::EventType> types) override;
     [[nodiscard]] Subscription monitorKeys(KeyFilter filter) override;
-    /// Empty: desktops keep theirs each in its own way. `isHeldElsewhere` asks the keyboard
-    /// instead.
-    [[nodiscard]] std::vector<shortcuts::Shortcut> systemHotKeys() override { return {}; }
+    /// On this keyboard; bindings to keys that shortcuts don't know are left out.
+    [[nodiscard]] std::vector<shortcuts::Shortcut> systemHotKeys() override;
     [[nodiscard]] bool isHeldElsewhere(const shortcuts::Shortcut& /*shortcut*/) override
     {
         return false;
@@ -60,6 +67,7 @@ protected:
 
 private:
     Listeners<KeyFilter> monitors_;
+    std::function<std::vector<KeyBinding>()> readSystemKeys_; ///< empty: nothing is known
     Handler handler_;
     std::set<shortcuts::EventType> types_;
 };

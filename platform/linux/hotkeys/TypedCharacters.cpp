@@ -34,6 +34,34 @@ bool writesAscii(xkb_keymap* keymap, xkb_layout_index_t layout)
     return true;
 }
 
+bool hasSymbol(xkb_keymap* keymap,
+               xkb_keycode_t keycode,
+               xkb_layout_index_t layout,
+               xkb_level_index_t level,
+               xkb_keysym_t symbol)
+{
+    const xkb_keysym_t* symbols = nullptr;
+    return xkb_keymap_key_get_syms_by_level(keymap, keycode, layout, level, &symbols) == 1 &&
+           symbols[0] == symbol;
+}
+
+std::vector<TypedCharacters::Key>
+keysTyping(xkb_keysym_t symbol, xkb_keymap* keymap, xkb_layout_index_t layout)
+{
+    // The second level of a keypad is reached by Num Lock, of every other key by shift.
+    const bool isOnKeypad = symbol >= XKB_KEY_KP_Space && symbol <= XKB_KEY_KP_Equal;
+    std::vector<TypedCharacters::Key> keys;
+    const auto last = xkb_keymap_max_keycode(keymap);
+    for (auto keycode = xkb_keymap_min_keycode(keymap); keycode <= last; ++keycode) {
+        if (hasSymbol(keymap, keycode, layout, 0, symbol)) {
+            keys.push_back({keycode, false});
+        } else if (hasSymbol(keymap, keycode, layout, 1, symbol)) {
+            keys.push_back({keycode, !isOnKeypad});
+        }
+    }
+    return keys;
+}
+
 } // namespace
 
 std::shared_ptr<xkb_keymap> TypedCharacters::usKeymap()
@@ -66,21 +94,40 @@ bool TypedCharacters::setLayout(xkb_layout_index_t layout)
     return std::exchange(layout_, layout) != layout;
 }
 
-std::string TypedCharacters::of(xkb_keycode_t keycode) const
+TypedCharacters::Layout TypedCharacters::asciiLayout() const
 {
     if (keymap_) {
         if (writesAscii(keymap_.get(), layout_)) {
-            return typed(keymap_.get(), keycode, layout_);
+            return {keymap_.get(), layout_};
         }
         const auto count = xkb_keymap_num_layouts(keymap_.get());
         for (xkb_layout_index_t layout = 0; layout < count; ++layout) {
             if (writesAscii(keymap_.get(), layout)) {
-                return typed(keymap_.get(), keycode, layout);
+                return {keymap_.get(), layout};
             }
         }
     }
-    const auto fallback = usKeymap();
-    return fallback ? typed(fallback.get(), keycode, 0) : "";
+    return {usKeymap().get(), 0};
+}
+
+std::string TypedCharacters::of(xkb_keycode_t keycode) const
+{
+    const auto [keymap, layout] = asciiLayout();
+    return keymap ? typed(keymap, keycode, layout) : "";
+}
+
+std::vector<TypedCharacters::Key> TypedCharacters::keysOf(xkb_keysym_t symbol) const
+{
+    const auto ascii = asciiLayout();
+    std::vector<Key> keys;
+    if (ascii.keymap) {
+        keys = keysTyping(symbol, ascii.keymap, ascii.index);
+    }
+    const auto count = keymap_ ? xkb_keymap_num_layouts(keymap_.get()) : 0;
+    for (xkb_layout_index_t layout = 0; layout < count && keys.empty(); ++layout) {
+        keys = keysTyping(symbol, keymap_.get(), layout);
+    }
+    return keys;
 }
 
 } // namespace fadewell

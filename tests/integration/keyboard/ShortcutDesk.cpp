@@ -30,6 +30,7 @@ void writeSettings()
         settings[std::string("KeyboardShortcuts_") + names[index]] = {
             {"type", "string"}, {"value", shortcut.encoded()}};
     }
+    settings["hasCompletedOnboarding"] = {{"type", "boolean"}, {"value", true}};
     const auto folder = std::filesystem::path(std::getenv("XDG_CONFIG_HOME")) / "fadewell";
     std::filesystem::create_directories(folder);
     std::ofstream(folder / "settings.json") << settings;
@@ -42,14 +43,14 @@ int keycode(ShortcutDesk::Key key)
 
 } // namespace
 
-ShortcutDesk::ShortcutDesk()
+ShortcutDesk::ShortcutDesk(Fadewell::Windows windows)
     : windows_(server_)
 {
     writeSettings();
     setenv("DISPLAY", server_.display().c_str(), 1);
     unsetenv("WAYLAND_DISPLAY");
     unsetenv("XDG_SESSION_TYPE");
-    fadewell_.emplace();
+    fadewell_.emplace("LC_ALL=C.UTF-8", windows);
 }
 
 ShortcutDesk::~ShortcutDesk()
@@ -74,6 +75,22 @@ void ShortcutDesk::strike(Key key)
 {
     press(key);
     release(key);
+}
+
+void ShortcutDesk::type(const std::vector<int>& keycodes)
+{
+    for (const int keycode : keycodes) {
+        server_.strike({keycode});
+    }
+}
+
+bool ShortcutDesk::isFree(Key key)
+{
+    const bool isFree = windows_.grab(keycode(key), XCB_MOD_MASK_4);
+    if (isFree) {
+        windows_.ungrab(keycode(key), XCB_MOD_MASK_4);
+    }
+    return isFree;
 }
 
 void ShortcutDesk::bringToFront(pid_t process)

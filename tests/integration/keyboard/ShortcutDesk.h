@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <sys/types.h>
+#include <vector>
 
 namespace fadewell::integration {
 
@@ -19,7 +20,7 @@ public:
     };
 
     /// Writes the settings of the session of the environment, and sets its DISPLAY.
-    ShortcutDesk();
+    explicit ShortcutDesk(Fadewell::Windows windows = Fadewell::Windows::none);
     ~ShortcutDesk();
     ShortcutDesk(const ShortcutDesk&) = delete;
     ShortcutDesk& operator=(const ShortcutDesk&) = delete;
@@ -27,6 +28,13 @@ public:
     void press(Key key);
     void release(Key key);
     void strike(Key key);
+    /// X keycodes, one after the other.
+    void type(const std::vector<int>& keycodes);
+
+    /// Whether any program could have the combination: nobody holds it.
+    [[nodiscard]] bool isFree(Key key);
+    /// Whether a window has the keyboard.
+    [[nodiscard]] bool hasFocus() { return windows_.hasFocus(); }
 
     /// Puts a window of this process in front; 0: no window at all.
     void bringToFront(pid_t process);

@@ -12,7 +12,7 @@ namespace fadewell::integration {
 
 XServer::XServer()
     : process_(std::make_unique<ChildProcess>(std::vector<std::string>{
-          "Xvfb", "-displayfd", "1", "-screen", "0", "320x240x24", "-nolisten", "tcp"}))
+          "Xvfb", "-displayfd", "1", "-screen", "0", "800x600x24", "-nolisten", "tcp"}))
 {
     if (!await([this] { return process_->output().find('\n') != std::string::npos; })) {
         throw std::runtime_error("No X server: " + process_->errors());
@@ -150,6 +150,14 @@ xcb_window_t OtherClient::openWindow(std::uint32_t pid, std::string_view machine
 void OtherClient::setActiveWindow(xcb_window_t window)
 {
     set(root_, atom("_NET_ACTIVE_WINDOW"), XCB_ATOM_WINDOW, window);
+}
+
+bool OtherClient::hasFocus()
+{
+    auto* reply = xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr);
+    const auto window = reply->focus;
+    std::free(reply);
+    return window != root_ && window != XCB_INPUT_FOCUS_POINTER_ROOT && window != XCB_NONE;
 }
 
 } // namespace fadewell::integration

@@ -60,6 +60,8 @@ public:
     /// A window of class "Player" that says it belongs to a process on a machine.
     [[nodiscard]] xcb_window_t openWindow(std::uint32_t pid, std::string_view machine);
     void setActiveWindow(xcb_window_t window);
+    /// Whether any window has the keyboard.
+    [[nodiscard]] bool hasFocus();
 
 private:
     [[nodiscard]] xcb_atom_t atom(std::string_view name);

@@ -9,8 +9,12 @@
 
 namespace fadewell::integration {
 
-Fadewell::Fadewell(const std::string& variable)
-    : process_({"env", variable, FADEWELL_PROGRAMS "/fadewell", "--headless", "--verbose"})
+Fadewell::Fadewell(const std::string& variable, Windows windows)
+    : process_({"env",
+                variable,
+                FADEWELL_PROGRAMS "/fadewell",
+                windows == Windows::none ? "--headless" : "--background",
+                "--verbose"})
 {
     const auto answers = [this] {
         return control({"apps"}).code == 0 || !process_.isRunning();

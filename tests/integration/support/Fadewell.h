@@ -9,12 +9,18 @@
 
 namespace fadewell::integration {
 
-/// The program itself, without a window, on the session of the environment.
+/// The program itself on the session of the environment.
 class Fadewell {
 public:
+    enum class Windows {
+        none,
+        onDisplay ///< of the environment
+    };
+
     /// Returns when it answers. Throws std::runtime_error with its log when it doesn't. `variable`
     /// is one of its environment, NAME=VALUE.
-    explicit Fadewell(const std::string& variable = "LC_ALL=C.UTF-8");
+    explicit Fadewell(const std::string& variable = "LC_ALL=C.UTF-8",
+                      Windows windows = Windows::none);
 
     /// Ends it with a signal, for SIGKILL together with its supervisor, which would start it again;
     /// the exit code as ChildProcess::wait() gives it.

@@ -1,18 +1,19 @@
 #include "ui/shortcuts/LocalKeyFilter.h"
 
-#include "platform/simulated/SimulatedHotKeyService.h"
-#include "shortcuts/Modifiers.h"
+#include "shortcuts/Recorder.h"
+#include "tests/shortcuts/ShortcutsFixture.h"
+#include "ui/style/MenuTracking.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QWindow>
 
-#include <gmock/gmock.h>
-
 namespace fadewell {
 namespace {
 
 using namespace shortcuts;
+using testing::ElementsAre;
+using testing::IsEmpty;
 
 class KeyCountingWindow final : public QWindow {
 public:
@@ -23,22 +24,38 @@ protected:
     void keyReleaseEvent(QKeyEvent* /*event*/) override { ++keys; }
 };
 
-TEST(LocalKeyFilterTest, MonitorsSeeTheKeysOfWindowsFirstAndMaySwallowThem)
-{
-    const auto keys = std::make_shared<SimulatedHotKeyService>();
-    const LocalKeyFilter filter(keys);
-    KeyCountingWindow window;
-    bool isSwallowing = false;
-    std::vector<KeyEvent> seen;
-    const auto send = [&](QEvent::Type type, quint32 scanCode, bool isRepeat) {
+class LocalKeyFilterTest : public ShortcutsFixture, private RecorderHost {
+protected:
+    /// Whether somebody accepted it.
+    bool send(QEvent::Type type, quint32 scanCode, bool isRepeat = false)
+    {
         const auto modifiers = Qt::MetaModifier | Qt::ShiftModifier | Qt::KeypadModifier;
         QKeyEvent event(type, Qt::Key_M, modifiers, scanCode, 0, 0, {}, isRepeat);
-        QCoreApplication::sendEvent(&window, &event);
+        event.ignore();
+        QCoreApplication::sendEvent(&window_, &event);
         return event.isAccepted();
-    };
-    send(QEvent::KeyPress, 58, false);
-    EXPECT_EQ(window.keys, 1);
-    auto monitor = keys->monitorKeys([&](const KeyEvent& event) {
+    }
+    [[nodiscard]] std::shared_ptr<Recorder> recorder()
+    {
+        return Recorder::create(shortcuts_, *this, {.shortcutName = {"call"}});
+    }
+
+    KeyCountingWindow window_;
+
+private:
+    void present(const Alert& /*alert*/, std::function<void(int)> /*answered*/) override {}
+    void clearFirstResponder() override {}
+    [[nodiscard]] std::vector<MenuItem> mainMenu() const override { return {}; }
+};
+
+TEST_F(LocalKeyFilterTest, MonitorsSeeTheKeysOfWindowsFirstAndMaySwallowThem)
+{
+    const LocalKeyFilter filter(shortcuts_);
+    bool isSwallowing = false;
+    std::vector<KeyEvent> seen;
+    send(QEvent::KeyPress, 58);
+    EXPECT_EQ(window_.keys, 1);
+    auto monitor = keys_->monitorKeys([&](const KeyEvent& event) {
         seen.push_back(event);
         return isSwallowing;
     });
@@ -60,14 +77,54 @@ TEST(LocalKeyFilterTest, MonitorsSeeTheKeysOfWindowsFirstAndMaySwallowThem)
         isSwallowing = step.isSwallowing;
         send(step.type, step.scanCode, step.isRepeat);
         EXPECT_EQ(seen.size(), step.seen);
-        EXPECT_EQ(window.keys, step.keys);
+        EXPECT_EQ(window_.keys, step.keys);
     }
     EXPECT_EQ(seen.at(0).keyCode, 50); // as it was delivered
     EXPECT_EQ(seen.at(0).modifierFlags, event::command | event::shift | event::numericPad);
     EXPECT_EQ(seen.at(2).type, KeyEvent::Type::keyUp);
     monitor.cancel();
-    send(QEvent::KeyPress, 58, false);
+    send(QEvent::KeyPress, 58);
     EXPECT_EQ(seen.size(), 3U);
+}
+
+TEST_F(LocalKeyFilterTest, AnOpenMenuTakesTheHotKeysAndGivesThemBackWhateverBecomesOfIt)
+{
+    onMain([this] {
+        const LocalKeyFilter filter(shortcuts_);
+        const Shortcut used{50, classic::command | classic::shift};
+        shortcuts_->storeShortcut(used, {"call"});
+        shortcuts_->addKeyDownAction({"call"}, noting("+"));
+        shortcuts_->addKeyUpAction({"call"}, noting("-"));
+        auto menu = std::make_unique<QObject>();
+        auto submenu = std::make_unique<QObject>();
+        MenuTracking::instance().setTracking(menu.get(), true);
+        MenuTracking::instance().setTracking(submenu.get(), true);
+        submenu.reset();
+        EXPECT_THAT(keys_->registered(), IsEmpty());
+        EXPECT_FALSE(send(QEvent::ShortcutOverride, 58)); // The menu's own are still found.
+        send(QEvent::KeyPress, 58);
+        send(QEvent::KeyPress, 58, true);
+        send(QEvent::KeyRelease, 58);
+        EXPECT_THAT(done_, ElementsAre("+", "-"));
+        EXPECT_EQ(window_.keys, 1); // the repeated one
+        menu.reset();
+        EXPECT_THAT(keys_->registered(), ElementsAre(used));
+    });
+}
+
+TEST_F(LocalKeyFilterTest, WhileAShortcutIsRecordedTheWindowsOwnAreKeysLikeAnyOther)
+{
+    onMain([this] {
+        const LocalKeyFilter filter(shortcuts_);
+        const auto field = recorder();
+        field->becomeFirstResponder();
+        EXPECT_TRUE(send(QEvent::ShortcutOverride, 58));
+        EXPECT_TRUE(field->isRecording.get());
+        send(QEvent::KeyPress, 58);
+        EXPECT_EQ(shortcuts_->shortcut({"call"}),
+                  (Shortcut{50, classic::command | classic::shift}));
+        EXPECT_FALSE(send(QEvent::ShortcutOverride, 58));
+    });
 }
 
 } // namespace
