@@ -83,11 +83,13 @@ std::string loadedLibraryVersion(std::int32_t pid, std::string_view library)
     std::ifstream maps(fmt::format("/proc/{}/maps", pid));
     for (std::string line; std::getline(maps, line);) {
         const auto name = line.rfind('/');
-        if (name == std::string::npos || !line.substr(name + 1).starts_with(library)) {
-            continue;
-        }
         const auto version = line.find(beforeVersion, name);
-        return version == std::string::npos ? "" : line.substr(version + beforeVersion.size());
+        // Its plug-ins begin alike and have no version.
+        if (name != std::string::npos && version != std::string::npos &&
+            line.substr(name + 1).starts_with(library))
+        {
+            return line.substr(version + beforeVersion.size());
+        }
     }
     return {};
 }
