@@ -40,6 +40,7 @@ DesktopWindows::DesktopWindows(Parts parts)
                              : nullptr)
     , systemPages_(std::make_shared<SystemPages>(
           SystemPages::ofSession([this](SystemPage page) { help_.show(page); })))
+    , diagnostics_(parts_.diagnostics)
     , settings_(settingsParts())
     , onboarding_(onboardingParts())
     , panel_(
@@ -131,6 +132,11 @@ SettingsParts DesktopWindows::settingsParts()
     parts.showAbout = [this] {
         about_.show();
     };
+    if (parts_.diagnostics) {
+        parts.showDiagnostics = [this] {
+            diagnostics_.show();
+        };
+    }
     parts.openMixer = [this] {
         panel_.show();
     };
