@@ -1,5 +1,6 @@
 #include "app/MixerModel.h"
 #include "base/LocalizedText.h"
+#include "base/ProgramName.h"
 #include "core/AppGrouper.h"
 
 #include <algorithm>
@@ -21,10 +22,10 @@ void sortByName(std::vector<Named>& items)
 
 std::string joinedIDs(const std::vector<AppRowState>& rows)
 {
-    std::vector<std::string_view> ids;
+    std::vector<ProgramName> ids;
     ids.reserve(rows.size());
     for (const auto& row : rows) {
-        ids.push_back(row.id);
+        ids.push_back({row.id});
     }
     return fmt::format("{}", fmt::join(ids, ", "));
 }

@@ -2,6 +2,7 @@
 
 #include "audio/TapTargets.h"
 #include "audio/WeakTask.h"
+#include "base/ProgramName.h"
 
 #include <algorithm>
 #include <utility>
@@ -144,7 +145,7 @@ void TapManager::carryOut(const tap_action::Create& action, double now)
         return;
     }
     log_.info("Tapping {} on {} ({} ms)",
-              target.appID,
+              ProgramName{target.appID},
               target.outputDeviceUID,
               static_cast<long>((uptime() - began) * 1000));
 }
@@ -152,7 +153,7 @@ void TapManager::carryOut(const tap_action::Create& action, double now)
 void TapManager::carryOut(const tap_action::Destroy& action, double /*now*/)
 {
     release(action.appID);
-    log_.info("Released {}", action.appID);
+    log_.info("Released {}", ProgramName{action.appID});
 }
 
 void TapManager::carryOut(const tap_action::SetGain& action, double now)
@@ -169,7 +170,7 @@ void TapManager::carryOut(const tap_action::SetDuck& action, double now)
         changed->setDuck(action.duck);
         changed->updateUnity(now);
         log_.info("{} {}",
-                  action.appID,
+                  ProgramName{action.appID},
                   action.duck < 1.0 ? "lowered for call mode" : "back from call mode");
     }
 }
@@ -195,7 +196,7 @@ void TapManager::carryOut(const tap_action::SetOutput& action, double now)
         handleFailure(action.appID, error, now);
         return;
     }
-    log_.info("Moved {} to {}", action.appID, action.deviceUID);
+    log_.info("Moved {} to {}", ProgramName{action.appID}, action.deviceUID);
 }
 
 void TapManager::carryOut(const tap_action::Start& action, double now)
@@ -210,7 +211,7 @@ void TapManager::carryOut(const tap_action::Start& action, double now)
         handleFailure(action.appID, error, now);
         return;
     }
-    log_.info("Resumed {}", action.appID);
+    log_.info("Resumed {}", ProgramName{action.appID});
 }
 
 void TapManager::carryOut(const tap_action::Stop& action, double /*now*/)
@@ -220,7 +221,7 @@ void TapManager::carryOut(const tap_action::Stop& action, double /*now*/)
         paused->output()->stop();
     }
     lastCallbackCounts_.erase(action.appID);
-    log_.info("Paused {}", action.appID);
+    log_.info("Paused {}", ProgramName{action.appID});
 }
 
 void TapManager::watchSession(const Session& session)

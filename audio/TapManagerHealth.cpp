@@ -3,6 +3,7 @@
 #include "audio/AudioPermission.h"
 #include "audio/TapManager.h"
 #include "audio/WeakTask.h"
+#include "base/ProgramName.h"
 
 #include <algorithm>
 #include <string_view>
@@ -27,7 +28,7 @@ constexpr const char* audioStalled = "audio stalled";
 
 void TapManager::handleFailure(const std::string& appID, const CoreAudioError& error, double now)
 {
-    log_.error("{}: {}", appID, error.description());
+    log_.error("{}: {}", ProgramName{appID}, error.description());
     release(appID);
     failedUntil_[appID] = now + failureExclusion;
 }
@@ -53,7 +54,7 @@ void TapManager::checkFlow(const Session& checked)
         return;
     }
     if (checked->output()->hasSignal()) {
-        log_.info("{}: audio is flowing", checked->appID());
+        log_.info("{}: audio is flowing", ProgramName{checked->appID()});
     } else if (checked->writeDescription() == kAudioDevicePermissionsError) {
         denyPermission();
     }
@@ -130,7 +131,7 @@ void TapManager::performRebuild(const std::string& appID, const std::string& rea
         reconcile();
         return;
     }
-    log_.notice("Rebuilding {}: {}", appID, reason);
+    log_.notice("Rebuilding {}: {}", ProgramName{appID}, reason);
     lastCallbackCounts_.erase(appID);
     reconcile(); // May move the app to another device already, or release it.
     if (session(appID) == broken) {

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace fadewell {
 
@@ -19,6 +20,7 @@ struct LogMessage {
     std::string subsystem;
     std::string category;
     std::string text;
+    std::vector<std::string> names{}; ///< of other programs, as they stand in `text`
 };
 
 /// Where log messages go. [any thread]

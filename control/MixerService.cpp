@@ -6,6 +6,7 @@
 #include "control/BusObject.h"
 #include "control/CallMethods.h"
 #include "control/ChangeNotifier.h"
+#include "control/DiagnosticsMethods.h"
 #include "control/LoginItemMethods.h"
 #include "control/MicrophoneMethods.h"
 #include "control/PermissionMethods.h"
@@ -76,6 +77,7 @@ std::vector<BusMethod> allMethods(const MixerService::Parts& parts)
     append(methods, shortcutMethods(parts.model));
     append(methods, permissionMethods(parts.isCapturePermitted));
     append(methods, loginItemMethods(parts.loginItem));
+    append(methods, diagnosticsMethods(parts.diagnostics));
     append(methods, lifecycleMethods(parts));
     methods.push_back(showMethod(parts, "Show", AppWindow::panel));
     methods.push_back(showMethod(parts, "ShowSettings", AppWindow::settings));

@@ -1,5 +1,6 @@
 #include "main/Entry.h"
 
+#include "base/RecentLog.h"
 #include "main/Platform.h"
 
 namespace fadewell {
@@ -17,7 +18,8 @@ int enter(int argc,
     if (beforeRun) {
         beforeRun(*options);
     }
-    LogSink::install(makeLogSink(options->isVerbose));
+    // A program that is started again after a crash knows what the one before it was told.
+    LogSink::install(std::make_shared<RecentLog>(makeLogSink(options->isVerbose)));
     const auto supervised = [&](const std::shared_ptr<Heartbeat>& heartbeat) {
         TerminationSignals termination; // Before Qt and the engine start their threads.
         return run(*options, termination, heartbeat);

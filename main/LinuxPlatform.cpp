@@ -11,6 +11,7 @@
 #include "platform/linux/desktop/Session.h"
 #include "platform/linux/desktop/SwayFrontWindow.h"
 #include "platform/linux/desktop/X11FrontWindow.h"
+#include "platform/linux/doctor/LinuxInspection.h"
 #include "platform/linux/hotkeys/X11HotKeyService.h"
 #include "platform/linux/identity/AppIdentities.h"
 #include "platform/linux/login/AutostartItem.h"
@@ -122,6 +123,7 @@ std::optional<Platform> makePlatform(const std::shared_ptr<SerialQueue>& mainQue
     platform.tappability = hardware;
     platform.startGate = hardware;
     platform.soundServer = hardware;
+    platform.inspection = std::make_shared<LinuxInspection>(hardware);
     const auto workspace = std::make_shared<XdgWorkspace>(identities, mainQueue, makeFrontWindow());
     platform.workspace = workspace;
     platform.defaults = std::make_shared<FileUserDefaults>(paths.settingsFile(),

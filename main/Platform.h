@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/LoginItemService.h"
+#include "app/SystemInspection.h"
 #include "app/Workspace.h"
 #include "audio/AudioHardware.h"
 #include "audio/ProcessLookup.h"
@@ -32,6 +33,7 @@ struct Platform {
     std::shared_ptr<UserDefaults> defaults;
     std::shared_ptr<shortcuts::HotKeyService> hotKeys;
     std::shared_ptr<LoginItemService> loginItemService; ///< may be absent
+    std::shared_ptr<SystemInspection> inspection;
 };
 
 /// Where this system's programs log to; `isVerbose` lets debug messages through.

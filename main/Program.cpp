@@ -125,7 +125,20 @@ bool Program::compose()
     }
     composition_ =
         std::make_unique<Composition>(std::move(*platform), mainQueue_, clock, makeQueue);
+    makeDiagnostics();
     return true;
+}
+
+void Program::makeDiagnostics()
+{
+    const auto& platform = composition_->platform();
+    diagnostics_ =
+        std::make_unique<Diagnostics>(Diagnostics::Parts{.model = composition_->model(),
+                                                         .workspace = platform.workspace,
+                                                         .tappability = platform.tappability,
+                                                         .defaults = platform.defaults,
+                                                         .inspection = platform.inspection,
+                                                         .version = FADEWELL_VERSION});
 }
 
 std::optional<int> Program::goOnBus()
@@ -157,6 +170,9 @@ MixerService::Parts Program::serviceParts()
         return AudioPermission::check(*hardware);
     };
     parts.version = FADEWELL_VERSION;
+    parts.diagnostics = [this](bool withNames) {
+        return diagnostics_->text(withNames);
+    };
     parts.quit = [] {
         QCoreApplication::quit();
     };
@@ -188,6 +204,9 @@ void Program::makeWindows()
     parts.audioAccess = composition_->audioAccess();
     parts.soundServer = platform.soundServer;
     parts.shortcuts = composition_->shortcuts();
+    parts.diagnostics = [this](bool withNames) {
+        return diagnostics_->text(withNames);
+    };
     parts.quit = [] {
         QCoreApplication::quit();
     };

@@ -2,6 +2,7 @@
 
 #include "base/Logger.h"
 #include "base/SerialQueue.h"
+#include "control/Diagnostics.h"
 #include "control/InstanceClaim.h"
 #include "control/MixerService.h"
 #include "main/Composition.h"
@@ -37,6 +38,7 @@ private:
     [[nodiscard]] std::optional<int> goOnBus();
     [[nodiscard]] int tellOther();
     [[nodiscard]] MixerService::Parts serviceParts();
+    void makeDiagnostics();
     void makeWindows();
     void showWindow(AppWindow window, const QString& activationToken);
     void launch();
@@ -50,6 +52,7 @@ private:
     std::unique_ptr<QLockFile> lock_; ///< only without a session bus
     std::shared_ptr<SerialQueue> mainQueue_;
     std::unique_ptr<Composition> composition_;
+    std::unique_ptr<Diagnostics> diagnostics_;
     std::unique_ptr<MixerService> service_;
     WindowsFactory windowsFactory_;
     std::shared_ptr<AppWindows> windows_; ///< absent without a display

@@ -13,6 +13,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 namespace fadewell {
 
@@ -27,6 +28,8 @@ struct WindowsParts {
     std::shared_ptr<AudioAccess> audioAccess;                ///< may be absent
     std::shared_ptr<SoundServerInfo> soundServer;            ///< may be absent
     std::shared_ptr<shortcuts::KeyboardShortcuts> shortcuts; ///< may be absent
+    /// Everything that helps to find a fault, as one text.
+    std::function<std::string(bool withNames)> diagnostics;
     std::function<void()> quit;
 };
 

@@ -60,6 +60,7 @@ ci|clang-format-14|the formatting check
 ci|lintian|checks the Debian package
 ci|desktop-file-utils|checks the desktop entry
 ci|appstream|checks the metadata for software centres
+ci|flatpak-builder|reads the Flatpak manifest
 window|qml6-module-qtquick|Qt Quick at run time; its modules don't depend on each other
 window|qml6-module-qtquick-layouts|rows and columns of the windows
 window|qml6-module-qtquick-templates|behaviour of sliders, switches and menus

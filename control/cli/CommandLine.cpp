@@ -17,6 +17,7 @@ namespace {
 struct Typed {
     bool isJson = false;
     bool isAll = false;
+    bool isWithoutNames = false;
     std::string app{};
     std::string value{};
     std::string action{};
@@ -247,6 +248,24 @@ void addDoctor(CLI::App& app, Typed& typed, const std::string& version, const Di
     });
 }
 
+void addDiagnostics(CLI::App& app, Typed& typed, const LocalDiagnostics& local)
+{
+    auto* command = add(app,
+                        typed,
+                        "diagnostics",
+                        "Gather what helps to find a fault into one text; nothing is sent",
+                        "  fadewellctl diagnostics\n"
+                        "  fadewellctl diagnostics --without-names > fadewell.txt",
+                        {});
+    command->add_flag(
+        "--without-names", typed.isWithoutNames, "Call apps \"app 1\", \"app 2\" and so on");
+    command->callback([&typed, local] {
+        typed.offline = [&typed, local] {
+            return diagnostics(!typed.isWithoutNames, local);
+        };
+    });
+}
+
 void build(CLI::App& app, Typed& typed, const std::string& version)
 {
     app.name("fadewellctl");
@@ -290,12 +309,17 @@ int execute(const Typed& typed)
 
 } // namespace
 
-int run(int argc, const char* const* argv, const std::string& version, const Diagnose& diagnose)
+int run(int argc,
+        const char* const* argv,
+        const std::string& version,
+        const Diagnose& diagnose,
+        const LocalDiagnostics& localDiagnostics)
 {
     CLI::App app("Gives every app its own volume: the command line of Fadewell.");
     Typed typed;
     build(app, typed, version);
     addDoctor(app, typed, version, diagnose);
+    addDiagnostics(app, typed, localDiagnostics);
     try {
         app.parse(argc, argv);
         return execute(typed);

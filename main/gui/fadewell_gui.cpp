@@ -39,6 +39,7 @@ int runOnDisplay(int argc,
                                   .soundServer = parts.soundServer,
                                   .shortcuts = parts.shortcuts,
                                   .build = QStringLiteral(FADEWELL_BUILD),
+                                  .diagnostics = parts.diagnostics,
                                   .quit = parts.quit});
         windows->showIcon();
         if (options.isShowing) {

@@ -25,7 +25,7 @@ _fadewellctl_position() {
 }
 
 _fadewellctl() {
-    local commands="apps outputs volume mute output forget microphone call-mode call-settings toggle-microphone toggle-call-mode raise-frontmost lower-frontmost permission login-item doctor watch show settings quit"
+    local commands="apps outputs volume mute output forget microphone call-mode call-settings toggle-microphone toggle-call-mode raise-frontmost lower-frontmost permission login-item doctor diagnostics watch show settings quit"
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
     local index command="" start=0
     COMPREPLY=()
@@ -56,6 +56,7 @@ _fadewellctl() {
     if [[ $current == -* ]]; then
         local options="--json --help"
         [[ $command == forget ]] && options+=" --all"
+        [[ $command == diagnostics ]] && options+=" --without-names"
         [[ $command == call-settings ]] && options+=" --automatic --level --exclude --include"
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
         return

@@ -61,7 +61,7 @@ AppLocation XdgWorkspace::describe(std::string_view path)
 
 void XdgWorkspace::announce(std::string_view text, int priority)
 {
-    log_.info("Announced with priority {}: {}", priority, text);
+    log_.info("Announced with priority {}", priority); // The text names apps.
     if (show_) {
         show_(text);
     }

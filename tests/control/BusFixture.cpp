@@ -42,9 +42,10 @@ void BusFixture::SetUp()
                             .isCapturePermitted = [this] { return isPermitted; },
                             .version = "1.2.3",
                             .quit = [this] { ++quits; },
-                            .reopened =
-                                [this] {
-                                    ++reopens;
+                            .reopened = [this] { ++reopens; },
+                            .diagnostics =
+                                [](bool withNames) {
+                                    return std::string(withNames ? "names\n" : "no names\n");
                                 }});
     ASSERT_TRUE(service->publish());
     ASSERT_EQ(InstanceClaim(connection).claim(), InstanceClaim::Outcome::claimed);

@@ -137,6 +137,26 @@ TEST_F(CommandLineTest, ExplainsWhatWentWrong)
     EXPECT_THAT(run.err, HasSubstr("fadewell --headless"));
 }
 
+TEST_F(CommandLineTest, DiagnosticsComeFromTheProgramAndElseSayWhatIsMissing)
+{
+    EXPECT_EQ(ctl({"diagnostics"}).out, "names\n");
+    EXPECT_EQ(ctl({"diagnostics", "--without-names"}).out, "no names\n");
+    EXPECT_TRUE(call("Diagnostics", {"yes"}).type() == QDBusMessage::ErrorMessage);
+    service.reset();
+    QDBusConnection::disconnectFromBus("service");
+    const auto alone = ctl({"diagnostics", "--json"});
+    EXPECT_EQ(alone.status, 0);
+    const auto json = nlohmann::json::parse(alone.out);
+    EXPECT_EQ(json["isComplete"], false);
+    for (const char* const part :
+         {"Kernel",
+          "Missing: the running program has its last lines",
+          "Missing: the running program has them. Fadewell is not running"})
+    {
+        EXPECT_THAT(json["text"].get<std::string>(), HasSubstr(part));
+    }
+}
+
 TEST_F(CommandLineTest, WatchPrintsRealChangesOnce)
 {
     QProcess watcher;

@@ -1,7 +1,10 @@
 #include "platform/linux/doctor/Findings.h"
 
+#include "platform/linux/doctor/SystemVersions.h"
+
 #include <algorithm>
 #include <gmock/gmock.h>
+#include <unistd.h>
 
 namespace fadewell {
 namespace {
@@ -108,6 +111,23 @@ TEST(FindingsTest, EveryTroubleIsNamedWithWhatHelps)
     }
     EXPECT_EQ(sessionFindings({"", "", "", false, true, "/s"})[1].id, "runtime-folder");
     EXPECT_THAT(sessionFindings({"", "", "", true, false, "/s"}).back().text, HasSubstr("is lost"));
+}
+
+TEST(SystemVersionsTest, AReleaseFileIsReadAsShellsReadIt)
+{
+    constexpr const char* release =
+        "NAME=x\nPRETTY_NAME=\"Debian GNU/Linux 12\"\nID=debian\nV='1'\n";
+    const struct {
+        const char* key;
+        const char* expected;
+    } cases[] = {
+        {"PRETTY_NAME", "Debian GNU/Linux 12"}, {"ID", "debian"}, {"V", "1"}, {"PRETTY", ""}};
+    for (const auto& [key, expected] : cases) {
+        EXPECT_EQ(releaseValue(release, key), expected);
+    }
+    EXPECT_EQ(releaseValue("ID=\"", "ID"), "\"");
+    EXPECT_EQ(loadedLibraryVersion(getpid(), "libc."), "6") << "of this process";
+    EXPECT_EQ(loadedLibraryVersion(0, "libc."), "");
 }
 
 } // namespace

@@ -123,6 +123,16 @@ FormPage {
         }
 
         FormRow {
+            visible: root.pane.hasDiagnostics
+
+            PushButton {
+                anchors.left: parent.left
+                name: qsTr("Diagnostics…")
+                onClicked: root.pane.showDiagnostics()
+            }
+        }
+
+        FormRow {
             PushButton {
                 anchors.left: parent.left
                 name: qsTr("About Fadewell")

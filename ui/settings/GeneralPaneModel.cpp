@@ -127,6 +127,11 @@ void GeneralPaneModel::openMixer()
     parts_.openMixer();
 }
 
+void GeneralPaneModel::showDiagnostics()
+{
+    parts_.showDiagnostics();
+}
+
 void GeneralPaneModel::showAbout()
 {
     parts_.showAbout();

@@ -28,6 +28,7 @@ class GeneralPaneModel final : public QObject {
     Q_PROPERTY(QString permissionTitle READ permissionTitle CONSTANT)
     Q_PROPERTY(QString soundServer READ soundServer NOTIFY changed)
     Q_PROPERTY(QString version READ version CONSTANT)
+    Q_PROPERTY(bool hasDiagnostics READ hasDiagnostics CONSTANT)
 
 public:
     explicit GeneralPaneModel(const SettingsParts& parts);
@@ -50,6 +51,7 @@ public:
     /// Its name, version and state; empty where nothing is known of it.
     [[nodiscard]] QString soundServer() const;
     [[nodiscard]] QString version() const;
+    [[nodiscard]] bool hasDiagnostics() const { return bool(parts_.showDiagnostics); }
 
     Q_INVOKABLE void setOpensAtLogin(bool opens);
     Q_INVOKABLE void setShowsIcon(bool shows);
@@ -57,6 +59,7 @@ public:
     Q_INVOKABLE void openPermission();
     Q_INVOKABLE void openMixer();
     Q_INVOKABLE void showAbout();
+    Q_INVOKABLE void showDiagnostics();
 
 signals:
     void changed();

@@ -32,6 +32,7 @@ struct SettingsParts {
     std::optional<QString> build; ///< the build's number
 
     std::function<void()> showAbout;
+    std::function<void()> showDiagnostics; ///< may be absent
     std::function<void()> openMixer;
     std::function<void(bool isShown)> setIconShown; ///< the icon in the tray
     std::function<bool()> isTrayMissing;            ///< the icon is wanted, but nothing shows it

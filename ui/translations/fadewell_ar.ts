@@ -108,6 +108,44 @@
     </message>
 </context>
 <context>
+    <name>DiagnosticsView</name>
+    <message>
+        <source>Diagnostics</source>
+        <translation>التشخيص</translation>
+    </message>
+    <message>
+        <source>This helps to find a fault. Nothing of it is sent anywhere: read it, then copy or save it for whoever helps you.</source>
+        <translation>يساعد هذا على اكتشاف الخلل. لا يُرسَل منه شيء إلى أي مكان: اقرأه ثم انسخه أو احفظه لمن يساعدك.</translation>
+    </message>
+    <message>
+        <source>Leave Out the Names of Apps</source>
+        <translation>حذف أسماء التطبيقات</translation>
+    </message>
+    <message>
+        <source>Apps are called “app 1”, “app 2” and so on.</source>
+        <translation>تُسمّى التطبيقات “app 1” و“app 2” وهكذا.</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>نسخ</translation>
+    </message>
+    <message>
+        <source>Save…</source>
+        <translation>حفظ…</translation>
+    </message>
+</context>
+<context>
+    <name>DiagnosticsWindow</name>
+    <message>
+        <source>Diagnostics</source>
+        <translation>التشخيص</translation>
+    </message>
+    <message>
+        <source>Save Diagnostics</source>
+        <translation>حفظ التشخيص</translation>
+    </message>
+</context>
+<context>
     <name>DoneStep</name>
     <message>
         <source>This desktop has no tray for Fadewell’s icon. Choose “Open Mixer” in Fadewell’s entry among your apps to change the volume of each app. You can set keyboard shortcuts in Settings.</source>
@@ -183,6 +221,10 @@
     <message>
         <source>About Fadewell</source>
         <translation>حول Fadewell</translation>
+    </message>
+    <message>
+        <source>Diagnostics…</source>
+        <translation>التشخيص…</translation>
     </message>
 </context>
 <context>
@@ -644,6 +686,21 @@
     <message>
         <source>Continue</source>
         <translation>متابعة</translation>
+    </message>
+</context>
+<context>
+    <name>fadewell::DiagnosticsModel</name>
+    <message>
+        <source>Copied</source>
+        <translation>تم النسخ</translation>
+    </message>
+    <message>
+        <source>Saved as %1</source>
+        <translation>حُفظ باسم %1</translation>
+    </message>
+    <message>
+        <source>It couldn’t be saved: %1</source>
+        <translation>تعذّر الحفظ: %1</translation>
     </message>
 </context>
 <context>

@@ -108,6 +108,44 @@
     </message>
 </context>
 <context>
+    <name>DiagnosticsView</name>
+    <message>
+        <source>Diagnostics</source>
+        <translation>Diagnose</translation>
+    </message>
+    <message>
+        <source>This helps to find a fault. Nothing of it is sent anywhere: read it, then copy or save it for whoever helps you.</source>
+        <translation>Das hilft, einen Fehler zu finden. Nichts davon wird irgendwohin gesendet: Lies es und kopiere oder sichere es dann für alle, die dir helfen.</translation>
+    </message>
+    <message>
+        <source>Leave Out the Names of Apps</source>
+        <translation>App-Namen weglassen</translation>
+    </message>
+    <message>
+        <source>Apps are called “app 1”, “app 2” and so on.</source>
+        <translation>Apps heißen „app 1“, „app 2“ und so weiter.</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Save…</source>
+        <translation>Sichern …</translation>
+    </message>
+</context>
+<context>
+    <name>DiagnosticsWindow</name>
+    <message>
+        <source>Diagnostics</source>
+        <translation>Diagnose</translation>
+    </message>
+    <message>
+        <source>Save Diagnostics</source>
+        <translation>Diagnose sichern</translation>
+    </message>
+</context>
+<context>
     <name>DoneStep</name>
     <message>
         <source>This desktop has no tray for Fadewell’s icon. Choose “Open Mixer” in Fadewell’s entry among your apps to change the volume of each app. You can set keyboard shortcuts in Settings.</source>
@@ -183,6 +221,10 @@
     <message>
         <source>About Fadewell</source>
         <translation>Über Fadewell</translation>
+    </message>
+    <message>
+        <source>Diagnostics…</source>
+        <translation>Diagnose …</translation>
     </message>
 </context>
 <context>
@@ -644,6 +686,21 @@
     <message>
         <source>Continue</source>
         <translation>Weiter</translation>
+    </message>
+</context>
+<context>
+    <name>fadewell::DiagnosticsModel</name>
+    <message>
+        <source>Copied</source>
+        <translation>Kopiert</translation>
+    </message>
+    <message>
+        <source>Saved as %1</source>
+        <translation>Gesichert als %1</translation>
+    </message>
+    <message>
+        <source>It couldn’t be saved: %1</source>
+        <translation>Das Sichern ist fehlgeschlagen: %1</translation>
     </message>
 </context>
 <context>

@@ -23,10 +23,11 @@ QString StatusNotifierItem::publish(QDBusConnection& connection)
 {
     // The objects first: whoever sees the name may call at once.
     const auto name = QString("org.kde.StatusNotifierItem-%1-1").arg(getpid());
-    const bool isPublished = connection.registerObject(path, this) &&
-                             connection.registerObject(menuPath, &menu_) &&
-                             connection.registerService(name);
-    return isPublished ? name : QString();
+    if (!connection.registerObject(path, this) || !connection.registerObject(menuPath, &menu_)) {
+        return {};
+    }
+    // A sandbox has no right to this name, and its process numbers aren't unique.
+    return connection.registerService(name) ? name : connection.baseService();
 }
 
 void StatusNotifierItem::setAppearance(TrayAppearance appearance)

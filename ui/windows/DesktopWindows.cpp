@@ -40,6 +40,7 @@ DesktopWindows::DesktopWindows(Parts parts)
     , keys_(parts_.shortcuts ? std::make_unique<LocalKeyFilter>(parts_.shortcuts) : nullptr)
     , systemPages_(std::make_shared<SystemPages>(
           SystemPages::ofSession([this](SystemPage page) { help_.show(page); })))
+    , diagnostics_(parts_.diagnostics)
     , settings_(settingsParts())
     , onboarding_(onboardingParts())
     , panel_(
@@ -152,6 +153,11 @@ SettingsParts DesktopWindows::settingsParts()
     parts.showAbout = [this] {
         about_.show();
     };
+    if (parts_.diagnostics) {
+        parts.showDiagnostics = [this] {
+            diagnostics_.show();
+        };
+    }
     parts.openMixer = [this] {
         panel_.show();
     };

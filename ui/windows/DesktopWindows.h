@@ -11,6 +11,7 @@
 #include "base/UserDefaults.h"
 #include "ui/PanelWindow.h"
 #include "ui/about/AboutWindow.h"
+#include "ui/diagnostics/DiagnosticsWindow.h"
 #include "ui/forms/HelpWindow.h"
 #include "ui/onboarding/OnboardingWindow.h"
 #include "ui/settings/SettingsWindow.h"
@@ -37,6 +38,7 @@ public:
         std::shared_ptr<SoundServerInfo> soundServer;            ///< may be absent
         std::shared_ptr<shortcuts::KeyboardShortcuts> shortcuts; ///< may be absent
         std::optional<QString> build;                            ///< the build's number
+        std::function<std::string(bool withNames)> diagnostics;  ///< may be absent
         std::function<void()> quit;
     };
 
@@ -64,6 +66,7 @@ private:
     HelpWindow help_;
     std::shared_ptr<SystemPages> systemPages_;
     AboutWindow about_;
+    DiagnosticsWindow diagnostics_;
     SettingsWindow settings_;
     OnboardingWindow onboarding_;
     PanelWindow panel_;

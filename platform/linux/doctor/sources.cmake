@@ -1,1 +1,2 @@
-list(APPEND FADEWELL_LINUX_SOURCES doctor/Doctor.cpp doctor/Findings.cpp)
+list(APPEND FADEWELL_LINUX_SOURCES doctor/Doctor.cpp doctor/Findings.cpp doctor/LinuxInspection.cpp
+    doctor/SystemVersions.cpp)

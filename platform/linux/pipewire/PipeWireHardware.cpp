@@ -300,6 +300,8 @@ ServerDescription PipeWireHardware::describeServer() const
     for (const auto& [id, client] : graph_.clients()) {
         if (pipewire::isTrue(client.props, "wireplumber.daemon") && server.sessionManager.empty()) {
             server.sessionManager = pipewire::text(client.props, PW_KEY_APP_NAME);
+            server.sessionManagerPID = static_cast<std::int32_t>(
+                pipewire::number(client.props, PW_KEY_SEC_PID).value_or(0));
         }
         server.hasPulseServer |=
             pipewire::find(client.props, "config.name") == std::string_view("pipewire-pulse.conf");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/SoundNode.h"
 #include "audio/AudioHardware.h"
 #include "audio/SoundServerInfo.h"
 #include "audio/StartGate.h"
@@ -96,6 +97,9 @@ public:
     [[nodiscard]] SoundServerInfo::State soundServer() override;
 
     [[nodiscard]] ServerDescription describeServer() const;
+
+    /// Everything that sound comes from or goes to, in the order of the ids.
+    [[nodiscard]] std::vector<SoundNode> soundNodes() const;
 
     void setGatedApps(std::vector<GatedApp> apps) override;
     void setLoweredStarts(std::optional<LoweredStarts> lowered) override;

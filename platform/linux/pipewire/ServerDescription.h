@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace fadewell {
@@ -10,8 +11,9 @@ struct ServerDescription {
     std::string libraryVersion; ///< of the library that this program uses
     std::string sessionManager; ///< name; empty when it doesn't say
     bool hasPulseServer = false;
-    std::string rate;    ///< in Hz
-    std::string quantum; ///< in frames
+    std::string rate;                   ///< in Hz
+    std::string quantum;                ///< in frames
+    std::int32_t sessionManagerPID = 0; ///< 0: unknown
 };
 
 } // namespace fadewell

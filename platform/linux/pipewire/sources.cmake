@@ -12,6 +12,7 @@ set(fadewell_pipewire_sources
     pipewire/Metadata.cpp
     pipewire/ParameterParsing.cpp
     pipewire/PipeWireHardware.cpp
+    pipewire/PipeWireHardwareNodes.cpp
     pipewire/PipeWireHardwareTaps.cpp
     pipewire/ProcessPIDs.cpp
     pipewire/ProcessProperties.cpp

@@ -1,6 +1,7 @@
 #include "platform/linux/pipewire/taps/Taps.h"
 
 #include "base/Logger.h"
+#include "base/ProgramName.h"
 #include "base/SystemClock.h"
 #include "base/Uuid.h"
 #include "platform/linux/pipewire/StreamTargets.h"
@@ -337,7 +338,7 @@ void Taps::metadataChanged(std::uint32_t subject,
     const auto outcome = router_.metadataChanged(subject, key, value, now());
     if (outcome == TapRouter::Outcome::givenUp) {
         Logger("taps").notice("Another program keeps moving a stream of {}: it is left alone",
-                              text(graph_.node(subject)->props, PW_KEY_NODE_NAME));
+                              ProgramName{text(graph_.node(subject)->props, PW_KEY_NODE_NAME)});
         processes_.giveUp(subject);
     }
     if (outcome != TapRouter::Outcome::nothing) {
