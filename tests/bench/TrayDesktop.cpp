@@ -99,6 +99,9 @@ std::vector<pid_t> TrayDesktop::fadewell() const
     std::ifstream children("/proc/" + supervisor + "/task/" + supervisor + "/children");
     pid_t worker = 0;
     children >> worker;
+    if (worker == 0) {
+        throw std::runtime_error("Fadewell has ended: " + fadewell_->errors());
+    }
     return {worker, fadewell_->pid()};
 }
 
