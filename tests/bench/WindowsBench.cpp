@@ -88,6 +88,9 @@ Starts measureStarts(TrayDesktop& desktop, std::size_t count)
     for (std::size_t start = 0; start < count; ++start) {
         starts.icon.add(desktop.startFadewell());
         std::this_thread::sleep_for(settling);
+        if (Fadewell::apps().size() != std::size(players)) {
+            throw std::runtime_error("The panel would not have a row for each player.");
+        }
         starts.before.add(desktop.fadewell());
         starts.firstOpening.add(desktop.openPanel());
         std::this_thread::sleep_for(settling);
@@ -114,7 +117,7 @@ void measureStarts(PathTable& table, std::size_t count)
     const auto tone = session.folder() / "tone.wav";
     writeTone(tone);
     std::vector<ChildProcess> apps;
-    for (const auto* player : {"pw-play", "paplay", "mpv"}) {
+    for (const auto* player : players) {
         apps.push_back(play(player, tone));
     }
     const auto starts = measureStarts(desktop, count);
@@ -242,7 +245,8 @@ int run(int argc, char** argv)
     CLI::App app("How soon Fadewell's icon, panel and slider are there.", "windows_bench");
     app.add_option("--part", parts, "starts, rest, slider")->check(CLI::IsMember(parts));
     app.add_option("--quantum", quanta, "frames in a cycle, for the slider");
-    app.add_option("--count", count, "of each measurement")->check(CLI::Range(1, 100));
+    app.add_option("--count", count, "of each measurement")
+        ->check(CLI::Range(1, 12)); // The sounds end.
     CLI11_PARSE(app, argc, argv);
     const QCoreApplication application(argc, argv);
     fmt::print("least, median, most of {}; load of the machine {}\n", count, load());
