@@ -30,6 +30,19 @@ QPixmap fromFile(const QString& path, const QSize& size)
     return QPixmap::fromImageReader(&reader);
 }
 
+/// By what programs call their icons: mostly a name, now and then a file or the name of one.
+QPixmap named(const QString& name, const QSize& size)
+{
+    if (name.contains('/')) {
+        return fromFile(name, size);
+    }
+    const auto picture = themed(name, size);
+    const bool isFileName = name.endsWith(QLatin1String(".png")) ||
+                            name.endsWith(QLatin1String(".svg")) ||
+                            name.endsWith(QLatin1String(".xpm"));
+    return picture.isNull() && isFileName ? themed(name.chopped(4), size) : picture;
+}
+
 QPixmap generic(const QSize& size)
 {
     const auto standard = themed(QStringLiteral("application-x-executable"), size);
@@ -67,7 +80,7 @@ QPixmap AppIconProvider::requestPixmap(const QString& id, QSize* size, const QSi
         requestedSize.isEmpty() ? QSize(ordinarySize, ordinarySize) : requestedSize;
     const auto kind = id.section('/', 0, 0);
     const auto value = QUrl::fromPercentEncoding(id.section('/', 1).toUtf8());
-    auto picture = kind == QLatin1String("file") ? fromFile(value, wanted) : themed(value, wanted);
+    auto picture = kind == QLatin1String("file") ? fromFile(value, wanted) : named(value, wanted);
     if (picture.isNull()) {
         picture = generic(wanted);
     }

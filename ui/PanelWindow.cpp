@@ -49,7 +49,9 @@ PanelWindow::~PanelWindow() = default;
 
 void PanelWindow::show(const std::optional<QRect>& anchorRect)
 {
-    if (!view_) {
+    // A window that was once given a place keeps it; a new one is placed by the desktop.
+    const bool keepsOldPlace = anchorRect_ && !anchorRect && !isVisible();
+    if (!view_ || keepsOldPlace) {
         load();
     }
     if (!isVisible()) {

@@ -66,9 +66,23 @@ std::vector<Usage> measureUsage(const std::vector<std::vector<pid_t>>& groups,
     return usages;
 }
 
+double processorTime(const std::vector<pid_t>& processes)
+{
+    return totalOf(processes).cpu * 1000;
+}
+
 double residentMemory(pid_t process)
 {
     return valueIn("/proc/" + std::to_string(process) + "/status", "VmRSS") / 1024;
+}
+
+double proportionalMemory(const std::vector<pid_t>& processes)
+{
+    double total = 0;
+    for (const auto process : processes) {
+        total += valueIn("/proc/" + std::to_string(process) + "/smaps_rollup", "Pss") / 1024;
+    }
+    return total;
 }
 
 } // namespace fadewell::integration

@@ -17,7 +17,12 @@ struct Usage {
 [[nodiscard]] std::vector<Usage> measureUsage(const std::vector<std::vector<pid_t>>& groups,
                                               std::chrono::milliseconds time);
 
+/// What processes have used of the processor since they began, in milliseconds.
+[[nodiscard]] double processorTime(const std::vector<pid_t>& processes);
+
 /// In megabytes.
 [[nodiscard]] double residentMemory(pid_t process);
+/// The same, with what processes share with others divided among them; all these together.
+[[nodiscard]] double proportionalMemory(const std::vector<pid_t>& processes);
 
 } // namespace fadewell::integration

@@ -1,5 +1,6 @@
 // How long after a key is pressed the volume changes at the output.
 
+#include "tests/bench/LevelChange.h"
 #include "tests/integration/keyboard/ShortcutDesk.h"
 #include "tests/integration/support/Await.h"
 #include "tests/integration/support/Player.h"
@@ -7,8 +8,6 @@
 #include "tests/integration/support/Session.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
-#include <cmath>
 #include <fmt/format.h>
 #include <stdexcept>
 
@@ -17,43 +16,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using Key = ShortcutDesk::Key;
-
-/// When the level began to change and when it had settled, in milliseconds after the press.
-struct Change {
-    double begin = 0;
-    double end = 0;
-};
-
-/// From the last whole cycle before the press on: up to one cycle of what is measured passed before
-/// it. The right channel of the content is constant.
-std::optional<Change> measure(ShortcutDesk& desk, const Recorder& recorder, Key key)
-{
-    const auto pressed = recorder.now();
-    desk.strike(key);
-    const auto sound = recorder.read(pressed, frames(300ms));
-    const auto differs = [](float left, float right) {
-        return std::abs(left - right) > 1e-6F;
-    };
-    const auto& level = sound.right;
-    const auto first = std::find_if(
-        level.begin(), level.end(), [&](float each) { return differs(each, level.front()); });
-    const auto last = std::find_if(
-        level.rbegin(), level.rend(), [&](float each) { return differs(each, level.back()); });
-    if (!sound.isComplete || first == level.end() || level.back() == 0) {
-        return std::nullopt;
-    }
-    const auto milliseconds = [](auto distance) {
-        return static_cast<double>(distance) * 1000 / sampleRate;
-    };
-    return Change{milliseconds(first - level.begin()), milliseconds(level.rend() - last)};
-}
-
-std::string spread(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return fmt::format(
-        "{:6.1f} {:6.1f} {:6.1f}", values.front(), values[values.size() / 2], values.back());
-}
 
 /// The number of presses that changed nothing, or whose recording has gaps.
 std::size_t run(const std::string& quantum, std::size_t count)
@@ -68,12 +30,15 @@ std::size_t run(const std::string& quantum, std::size_t count)
         throw std::runtime_error("Fadewell does not list the player.");
     }
     desk.bringToFront(player.pid());
-    static_cast<void>(measure(desk, recorder, Key::lower)); // The first touch taps the app.
+    const auto measure = [&](Key key) {
+        return LevelChange::measure(recorder, [&] { desk.strike(key); });
+    };
+    static_cast<void>(measure(Key::lower)); // The first touch taps the app.
     std::vector<double> begins;
     std::vector<double> ends;
     for (std::size_t press = 0; press < count; ++press) {
         spreadOverCycle();
-        if (const auto change = measure(desk, recorder, press % 2 == 0 ? Key::lower : Key::raise)) {
+        if (const auto change = measure(press % 2 == 0 ? Key::lower : Key::raise)) {
             begins.push_back(change->begin);
             ends.push_back(change->end);
         }

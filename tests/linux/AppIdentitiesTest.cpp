@@ -303,6 +303,27 @@ TEST_F(AppIdentitiesTest, FindInstalledApplicationsUnderTheirCanonicalAndOwnName
     EXPECT_EQ(unknown.icon, AppIcon::generic());
 }
 
+TEST_F(AppIdentitiesTest, TakeWhatAProcessCallsItsIconWhereNoneIsListed)
+{
+    const struct {
+        std::int32_t pid;
+        const char* name;
+        std::optional<AppIcon> icon;
+    } processes[] = {
+        {402, "own", AppIcon{"mpv", {}}},
+        {620, "own", AppIcon{"own", {}}},
+        {620, "chromium-browser", std::nullopt}, // of every program on that engine
+        {620, "", std::nullopt},
+    };
+    for (const auto& [pid, name, icon] : processes) {
+        ClientHints hints;
+        hints.iconName = name;
+        static_cast<void>(identities_->bundleID(pid, hints));
+        EXPECT_EQ(identities_->runningApplications().front().icon, icon) << name;
+        identities_->forget(pid);
+    }
+}
+
 TEST_F(AppIdentitiesTest, NoticeWhatIsInstalledLater)
 {
     EXPECT_FALSE(identities_->location("late"));

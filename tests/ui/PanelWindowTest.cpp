@@ -192,6 +192,30 @@ TEST_F(PanelWindowTest, AnOrdinaryWindowStaysWhenAnotherIsClicked)
     EXPECT_TRUE(panel_->isVisible());
 }
 
+TEST_F(PanelWindowTest, AnOrdinaryWindowIsWhereTheDesktopPutsIt)
+{
+    open();
+    const auto placeAfter = [&](const std::optional<QRect>& anchor) {
+        onMain([&] {
+            panel_->hide();
+            panel_->show(anchor);
+        });
+        settle();
+        return window().position();
+    };
+    const auto dropped = placeAfter(QRect(500, 0, 20, 20));
+    const auto ordinary = placeAfter(std::nullopt);
+    EXPECT_NE(ordinary, dropped);
+    EXPECT_EQ(placeAfter(QRect(500, 0, 20, 20)), dropped);
+    onMain([&] {
+        panel_ = std::make_unique<PanelWindow>(PanelWindow::Parts{model_, workspace_, obstacles_},
+                                               PanelWindow::Actions{});
+        panel_->show();
+    });
+    settle();
+    EXPECT_EQ(window().position(), ordinary) << "as if it had never had another place";
+}
+
 TEST_F(PanelWindowTest, AThousandRowsMakeOnlyWhatIsVisible)
 {
     std::vector<AppRowState> rows(1000);

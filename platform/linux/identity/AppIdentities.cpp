@@ -31,6 +31,10 @@ RunningApplication running(const ResolvedIdentity& identity)
         application.icon = iconOf(*identity.entry);
         application.location = identity.entry->path.string();
     }
+    const bool isListedWithIcon = identity.entry && !identity.entry->icon.empty();
+    if (!isListedWithIcon && !identity.iconName.empty()) {
+        application.icon = AppIcon{identity.iconName, {}};
+    }
     return application;
 }
 

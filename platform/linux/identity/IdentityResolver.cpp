@@ -54,22 +54,31 @@ bool answersForNothing(Role role)
 ResolvedIdentity IdentityResolver::resolve(std::int32_t pid, const ClientHints& hints) const
 {
     const auto tidy = tidied(hints);
+    auto found = find(pid, tidy);
+    if (!known_.isGenericName(tidy.iconName)) {
+        found.iconName = tidy.iconName;
+    }
+    return found;
+}
+
+ResolvedIdentity IdentityResolver::find(std::int32_t pid, const ClientHints& hints) const
+{
     const auto ancestors = pid < firstMadeUpPID ? chain(pid) : Chain{};
     if (ancestors.links.empty()) {
-        return byHintsAlone(pid, tidy);
+        return byHintsAlone(pid, hints);
     }
-    auto found = sandboxed(ancestors, tidy);
+    auto found = sandboxed(ancestors, hints);
     if (!found) {
         found = scoped(ancestors);
     }
     if (!found) {
-        found = started(ancestors, tidy);
+        found = started(ancestors, hints);
     }
     if (!found) {
-        return byProgramName(ancestors.links.front(), tidy);
+        return byProgramName(ancestors.links.front(), hints);
     }
     if (found->owner == pid) {
-        nameIfNameless(*found, clientName(tidy));
+        nameIfNameless(*found, clientName(hints));
     }
     nameIfNameless(*found, tidied(ancestors.links.front().program.name));
     return *found;

@@ -20,6 +20,7 @@ struct ResolvedIdentity {
     std::optional<std::string> bundleID;
     DesktopIndex::Entry entry; ///< null when nothing installed matches
     std::string name;          ///< for people; empty only where there is no name at all
+    std::string iconName{};    ///< what the client calls its icon; empty when that tells nothing
 };
 
 /// Finds the application behind a process.
@@ -62,6 +63,7 @@ private:
         bool isOnOwnFeet = false; ///< started from a terminal, a shell or a launcher
     };
 
+    [[nodiscard]] ResolvedIdentity find(std::int32_t pid, const ClientHints& hints) const;
     [[nodiscard]] Chain chain(std::int32_t pid) const;
     [[nodiscard]] Link link(ProcessFacts facts) const;
     [[nodiscard]] std::int32_t topmost(const Chain& chain,

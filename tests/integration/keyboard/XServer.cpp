@@ -10,9 +10,9 @@
 
 namespace fadewell::integration {
 
-XServer::XServer()
+XServer::XServer(const std::string& screen)
     : process_(std::make_unique<ChildProcess>(std::vector<std::string>{
-          "Xvfb", "-displayfd", "1", "-screen", "0", "800x600x24", "-nolisten", "tcp"}))
+          "Xvfb", "-displayfd", "1", "-screen", "0", screen, "-nolisten", "tcp"}))
 {
     if (!await([this] { return process_->output().find('\n') != std::string::npos; })) {
         throw std::runtime_error("No X server: " + process_->errors());

@@ -15,8 +15,9 @@ namespace fadewell::integration {
 /// An X server without a screen, whose keyboard a test plays.
 class XServer {
 public:
-    /// Throws std::runtime_error when it doesn't come up.
-    XServer();
+    /// `screen` is what it would show, as Xvfb takes it. Throws std::runtime_error when it doesn't
+    /// come up.
+    explicit XServer(const std::string& screen = "320x240x24");
 
     /// For DISPLAY.
     [[nodiscard]] const std::string& display() const { return display_; }
