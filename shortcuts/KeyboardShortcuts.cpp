@@ -188,9 +188,23 @@ Subscription KeyboardShortcuts::repeatingKeyDownEvents(const Name& name, Action 
     };
     auto state = std::make_shared<Repeating>();
     const auto weak = std::weak_ptr(state);
-    state->down = keyDownEvents(name, [weak, queue = mainQueue_, handler] {
+    // A release only comes to who still has the combination, in the same way as the press.
+    const auto held = [library = weak_from_this(), name] {
+        const auto self = library.lock();
+        return self && !self->pausedNames_.contains(name)
+                   ? std::optional(std::pair(self->shortcut(name), self->center_->mode()))
+                   : std::nullopt;
+    };
+    state->down = keyDownEvents(name, [weak, queue = mainQueue_, handler, held] {
+        const auto again = [weak, handler, held, pressed = held()] {
+            if (held() == pressed) {
+                handler();
+            } else if (const auto repeating = weak.lock()) {
+                repeating->timer.cancel();
+            }
+        };
         if (const auto repeating = weak.lock()) {
-            repeating->timer = queue->every(repeatDelay, repeatInterval, 0, handler);
+            repeating->timer = queue->every(repeatDelay, repeatInterval, 0, again);
         }
         handler();
     });

@@ -181,6 +181,14 @@ TEST_F(KeyboardShortcutsTest, HeldKeysRepeatUntilReleased)
     EXPECT_EQ(done_.size(), 3U);
     onMain([this] { keys_->release(superM); });
     EXPECT_EQ(time_->pendingTasks(), 0U);
+    onMain([this] {
+        keys_->press(superM);
+        shortcuts_->notifications()->post(notification::menuDidBeginTracking);
+    });
+    time_->advance(1); // Its release goes elsewhere.
+    EXPECT_EQ(done_.size(), 4U);
+    EXPECT_EQ(time_->pendingTasks(), 0U);
+    onMain([this] { shortcuts_->notifications()->post(notification::menuDidEndTracking); });
     onMain([this] { keys_->press(superM); });
     onMain([&] { events.cancel(); });
     EXPECT_EQ(time_->pendingTasks(), 0U);

@@ -183,7 +183,10 @@ void X11HotKeyService::ungrab(xcb_keycode_t keycode, std::uint16_t state)
         const auto grabbed = static_cast<std::uint16_t>(state | locks);
         xcb_ungrab_key(connection_.get(), keycode, root_, grabbed);
     }
-    xcb_flush(connection_.get());
+    // Any answer: when it is there, whoever asks next finds the combination free.
+    const XcbReply<xcb_get_input_focus_reply_t> answer(
+        xcb_get_input_focus_reply(connection_.get(), xcb_get_input_focus(connection_.get()), {}));
+    readEventsSoon();
 }
 
 } // namespace fadewell
