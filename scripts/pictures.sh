@@ -207,9 +207,9 @@ take_languages_and_colours() {
 }
 
 take_many() {
-    local name icons=(music radio podcast)
+    local name count=0 icons=(music radio podcast)
     for name in Birds Brook Choir Drums Flute Harp Organ Piano Rain Viola Waves Wind; do
-        app "demo-${name,,}" "$name" "${icons[${#name} % 3]}" "$build/bin/fadewell-demo-player" || fail 'the apps cannot be copied'
+        app "demo-${name,,}" "$name" "${icons[count++ % 3]}" "$build/bin/fadewell-demo-player" || fail 'the apps cannot be copied'
         "$demo_apps/demo-${name,,}" radio --name "$name" >/dev/null 2>&1 &
     done
     fadewell

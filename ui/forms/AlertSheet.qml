@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Templates as T
 import Fadewell.Style
@@ -49,13 +51,15 @@ T.Popup {
         radius: 12
     }
 
+    // Made at once and not when it is first needed: other properties refer to what is in it.
+    // qmllint disable deferred-property-id
     contentItem: Column {
         spacing: 10
         Accessible.role: Accessible.AlertMessage
         Accessible.name: root.title
         Accessible.description: root.message
 
-        LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+        LayoutMirroring.enabled: Theme.isMirrored
         LayoutMirroring.childrenInherit: true
 
         Text {

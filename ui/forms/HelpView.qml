@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Fadewell.Style
 
@@ -8,7 +10,7 @@ Rectangle {
     required property string title
     required property var paragraphs
 
-    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.enabled: Theme.isMirrored
     LayoutMirroring.childrenInherit: true
 
     width: 460
@@ -20,7 +22,7 @@ Rectangle {
     Accessible.name: title
 
     Shortcut {
-        sequences: ["Escape", StandardKey.Close]
+        sequences: ["Escape", "Ctrl+W"]
         onActivated: root.Window.window.close()
     }
 

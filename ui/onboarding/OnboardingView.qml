@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Fadewell.Onboarding
 import Fadewell.Style
@@ -7,8 +9,9 @@ FocusScope {
     id: root
 
     required property OnboardingModel onboarding
+    readonly property OnboardingStep current: step.item as OnboardingStep
 
-    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.enabled: Theme.isMirrored
     LayoutMirroring.childrenInherit: true
 
     implicitWidth: 480
@@ -20,13 +23,13 @@ FocusScope {
     Accessible.name: qsTr("Welcome to Fadewell")
 
     // The return key does what the button of the step does, wherever the keyboard is.
-    Keys.onReturnPressed: step.item.defaultButton.clicked()
-    Keys.onEnterPressed: step.item.defaultButton.clicked()
+    Keys.onReturnPressed: current.defaultButton.clicked()
+    Keys.onEnterPressed: current.defaultButton.clicked()
 
     Component.onCompleted: onboarding.appear()
 
     Shortcut {
-        sequences: ["Escape", StandardKey.Close]
+        sequences: ["Escape", "Ctrl+W"]
         onActivated: root.Window.window.close()
     }
 

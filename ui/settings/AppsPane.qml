@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Fadewell.Forms
 import Fadewell.Settings
@@ -40,6 +42,7 @@ FormPage {
                 font.weight: Font.DemiBold
                 Accessible.role: Accessible.Heading
                 Accessible.name: text
+                Accessible.ignored: !visible
             }
 
             FormNote {

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Fadewell.Forms
 import Fadewell.Settings
@@ -31,7 +33,6 @@ FormPage {
                         name: qsTr("Volume of Other Apps")
                         level: root.pane.level
                         onLevelChosen: level => root.pane.setLevel(level)
-                        Accessible.description: root.pane.levelText
                     }
 
                     Text {

@@ -1,4 +1,7 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
+import Fadewell.Forms
 import Fadewell.Settings
 import Fadewell.Style
 
@@ -7,18 +10,19 @@ FocusScope {
     id: root
 
     required property SettingsModel settings
+    readonly property FormPage page: pane.item as FormPage
 
-    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.enabled: Theme.isMirrored
     LayoutMirroring.childrenInherit: true
 
     implicitWidth: 500
-    implicitHeight: tabs.implicitHeight + (pane.item ? pane.item.naturalHeight : 0)
+    implicitHeight: tabs.implicitHeight + (page ? page.naturalHeight : 0)
     width: implicitWidth
     height: implicitHeight
     focus: true
 
     Shortcut {
-        sequences: ["Escape", StandardKey.Close]
+        sequences: ["Escape", "Ctrl+W"]
         onActivated: root.Window.window.close()
     }
 
@@ -93,8 +97,8 @@ FocusScope {
         function onActiveFocusItemChanged() {
             const item = root.Window.activeFocusItem;
             for (let each = item; each !== null && each !== root; each = each.parent)
-                if (each === pane.item)
-                    pane.item.reveal(item);
+                if (each === root.page)
+                    root.page.reveal(item);
         }
     }
 }

@@ -1,8 +1,9 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Fadewell.Forms
 import Fadewell.Recorder
 import Fadewell.Settings
-import Fadewell.Style
 
 FormPage {
     id: root
@@ -47,7 +48,7 @@ FormPage {
         footer: qsTr("Your desktop assigns these shortcuts: change them in its keyboard settings.") + " " + root.stepsFooter
 
         Repeater {
-            model: root.pane.toggles.concat(root.pane.steps)
+            model: [...root.pane.toggles, ...root.pane.steps]
 
             FormValue {
                 required property int index

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Templates as T
 import Fadewell.Style
@@ -48,6 +50,8 @@ T.Popup {
         radius: 8
     }
 
+    // Made at once and not when it is first needed: other properties refer to what is in it.
+    // qmllint disable deferred-property-id
     contentItem: ListView {
         id: list
 

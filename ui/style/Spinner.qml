@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Fadewell.Style
 
@@ -21,6 +23,8 @@ Item {
             model: 8
 
             Rectangle {
+                id: spoke
+
                 required property int index
 
                 x: wheel.width / 2 - width / 2
@@ -29,12 +33,12 @@ Item {
                 height: 5
                 radius: width / 2
                 color: Theme.secondaryText
-                opacity: 0.25 + 0.75 * index / 7
+                opacity: 0.25 + 0.75 * spoke.index / 7
                 antialiasing: true
                 transform: Rotation {
                     origin.x: 1.2
                     origin.y: wheel.height / 2 - 1
-                    angle: index * 45
+                    angle: spoke.index * 45
                 }
             }
         }
