@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import QtQuick.Templates as T
 import Fadewell.Style
@@ -105,6 +103,8 @@ T.Popup {
 
                 model: root.buttons
 
+                // Names of the file, in a component made within it.
+                // qmllint disable unqualified
                 PushButton {
                     required property int index
                     required property string modelData
@@ -117,6 +117,7 @@ T.Popup {
                         root.close();
                     }
                 }
+                // qmllint enable unqualified
             }
         }
     }

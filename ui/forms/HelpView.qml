@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Fadewell.Style
 
@@ -50,6 +48,8 @@ Rectangle {
         Repeater {
             model: root.paragraphs
 
+            // Names of the file, in a component made within it.
+            // qmllint disable unqualified
             TextEdit {
                 required property string modelData
 
@@ -68,6 +68,7 @@ Rectangle {
                 Accessible.role: Accessible.StaticText
                 Accessible.name: text
             }
+            // qmllint enable unqualified
         }
 
         PushButton {

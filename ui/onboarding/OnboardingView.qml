@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Fadewell.Onboarding
 import Fadewell.Style
@@ -89,6 +87,8 @@ FocusScope {
         }
     }
 
+    // Names of the file, in a component made within it.
+    // qmllint disable unqualified
     Component {
         id: welcome
 
@@ -112,4 +112,5 @@ FocusScope {
             onboarding: root.onboarding
         }
     }
+    // qmllint enable unqualified
 }

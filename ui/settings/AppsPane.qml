@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Fadewell.Forms
 import Fadewell.Settings
@@ -67,9 +65,12 @@ FormPage {
         Repeater {
             model: root.pane.apps
 
+            // Names of the file, in a component made within it.
+            // qmllint disable unqualified
             RememberedAppRow {
                 onForgotten: root.pane.forget(appID)
             }
+            // qmllint enable unqualified
         }
     }
 

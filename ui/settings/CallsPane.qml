@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Fadewell.Forms
 import Fadewell.Settings

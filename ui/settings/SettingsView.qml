@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Fadewell.Forms
 import Fadewell.Settings
@@ -59,6 +57,8 @@ FocusScope {
                          : root.settings.pane === "shortcuts" ? shortcuts : general
     }
 
+    // Names of the file, in a component made within it.
+    // qmllint disable unqualified
     Component {
         id: general
 
@@ -90,6 +90,7 @@ FocusScope {
             pane: root.settings.shortcuts
         }
     }
+    // qmllint enable unqualified
 
     Connections {
         target: root.Window.window

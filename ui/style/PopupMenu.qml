@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import QtQuick.Templates as T
 import Fadewell.Style
@@ -75,6 +73,8 @@ T.Popup {
         Keys.onTabPressed: root.close()
         Keys.onBacktabPressed: root.close()
 
+        // Names of the file, in a component made within it.
+        // qmllint disable unqualified
         delegate: MenuEntry {
             width: list.width
             isCurrent: ListView.isCurrentItem && list.activeFocus
@@ -83,5 +83,6 @@ T.Popup {
             onEntered: list.currentIndex = index
             onChosen: root.choose(index)
         }
+        // qmllint enable unqualified
     }
 }

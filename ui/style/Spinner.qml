@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Fadewell.Style
 
@@ -22,6 +20,8 @@ Item {
         Repeater {
             model: 8
 
+            // Names of the file, in a component made within it.
+            // qmllint disable unqualified
             Rectangle {
                 id: spoke
 
@@ -41,6 +41,7 @@ Item {
                     angle: spoke.index * 45
                 }
             }
+            // qmllint enable unqualified
         }
 
         RotationAnimator on rotation {
