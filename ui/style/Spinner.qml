@@ -11,6 +11,7 @@ Item {
     implicitHeight: 18
     Accessible.role: Accessible.Animation
     Accessible.name: name
+    Accessible.ignored: !visible
 
     Item {
         id: wheel
