@@ -3,62 +3,27 @@
 set -uo pipefail
 cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.." || exit 1
 [[ -n ${FADEWELL_SESSION-} ]] || { echo 'demo: start it with ./run --demo' >&2 && exit 1; }
-readonly log=$FADEWELL_SESSION/log apps=$FADEWELL_SESSION/apps
+readonly log=$FADEWELL_SESSION/log
+# shellcheck source=scripts/demo-apps.sh
+. scripts/demo-apps.sh
+# shellcheck source=scripts/screen.sh
+. scripts/screen.sh
 
 fail() {
     echo "demo: $1" >&2
     exit 1
 }
 
-# app PROGRAM NAME SOURCE: a program of its own, as an installed app has it, and its desktop entry.
-app() {
-    cp "$3" "$apps/$1" || fail "$3 can't be copied"
-    cat >"$XDG_DATA_HOME/applications/org.example.$2.desktop" <<TEXT
-[Desktop Entry]
-Type=Application
-Name=$2
-Exec=$apps/$1
-StartupWMClass=$1
-TEXT
-}
-
-start_apps() {
-    local player=build/bin/fadewell-demo-player
-    mkdir -p "$apps" "$XDG_DATA_HOME/applications"
-    app demo-music Music "$player"
-    app demo-radio Radio "$player"
-    app demo-podcast Podcast "$(command -v pacat)"
-    "$apps/demo-music" music --name Music >"$log/music.log" 2>&1 &
-    "$apps/demo-radio" radio --name Radio >"$log/radio.log" 2>&1 &
-    "$player" podcast --raw 2>"$log/podcast.log" | "$apps/demo-podcast" --playback --raw \
-        --format=float32le --rate=48000 --channels=2 --client-name=Podcast --stream-name=Episode \
-        >>"$log/podcast.log" 2>&1 &
-}
-
-# Where nobody has a screen: one that only pictures are taken of, of the mixer and not of the welcome.
-start_screen() {
+# Where nobody has a screen: one for pictures, of the mixer and not of the welcome.
+prepare_pictures() {
     mkdir -p "$XDG_CONFIG_HOME/fadewell"
     echo '{"hasCompletedOnboarding": {"type": "boolean", "value": true}}' >"$XDG_CONFIG_HOME/fadewell/settings.json"
-    Xvfb -displayfd 1 -screen 0 320x380x24 -nolisten tcp >"$FADEWELL_SESSION/display" 2>"$log/screen.log" &
-    SECONDS=0
-    until [[ -s $FADEWELL_SESSION/display ]]; do
-        ((SECONDS < 10)) || fail 'no screen for the pictures (Xvfb)'
-        sleep 0.1
-    done
-    DISPLAY=:$(<"$FADEWELL_SESSION/display")
-    export DISPLAY QT_QUICK_BACKEND=software
+    start_screen 640x480 || fail 'no screen for the pictures (Xvfb)'
 }
 
-# picture NAME: of that screen, once two looks at it show the same.
-picture() {
-    local file=$pictures/$1.png last='' now
-    SECONDS=0
-    while now=$(scrot --overwrite --quality 20 "$file" 2>/dev/null && cksum <"$file") && [[ $now != "$last" ]]; do
-        last=$now
-        ((SECONDS < 10)) || break
-        sleep 0.7
-    done
-    [[ -s $file ]] || fail "no picture of the screen could be taken: see $log/fadewell.log"
+# take NAME
+take() {
+    picture "$pictures/$1.png" || fail "no picture of the screen could be taken: see $log/fadewell.log"
 }
 
 take_pictures() {
@@ -70,9 +35,9 @@ take_pictures() {
     {
         $control volume Music 70% && $control volume Radio 35% && $control output Radio Headphones
     } >/dev/null || fail 'the demo apps do not answer'
-    picture mixer
+    take mixer
     $control call-mode on >/dev/null && $control microphone off >/dev/null
-    picture call-mode
+    take call-mode
     $control call-mode auto >/dev/null && $control microphone on >/dev/null
 }
 
@@ -111,9 +76,9 @@ finish() {
 fadewell='' table='' pictures=$PWD/build/pictures
 trap finish EXIT
 trap 'exit 0' INT TERM HUP
-start_apps
+start_apps build || fail "the demo's apps can't be copied"
 hasScreen=${WAYLAND_DISPLAY-}${DISPLAY-}
-[[ -n $hasScreen ]] || start_screen
+[[ -n $hasScreen ]] || prepare_pictures
 start_fadewell
 [[ -n $hasScreen ]] || take_pictures
 write_control

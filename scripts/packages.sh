@@ -57,6 +57,7 @@ bench|pavucontrol|the desktop's usual mixer, to compare with
 ci|clang-19|the second compiler, with thread-safety analysis
 ci|libclang-rt-19-dev|its address and thread sanitizers, and its fuzzer
 ci|clang-format-14|the formatting check
+ci|qml6-module-qtqml|what qmllint knows about QML itself
 ci|lintian|checks the Debian package
 ci|desktop-file-utils|checks the desktop entry
 ci|appstream|checks the metadata for software centres
@@ -69,5 +70,8 @@ window|qml6-module-qtqml-workerscript|needed by Qt Quick itself
 window|qt6-wayland|windows on Wayland
 pictures|xvfb|a screen to take pictures of, where there is none
 pictures|scrot|takes them
+docs|xdotool|presses the keys and buttons that lead to what the pictures show
+docs|trayer|a tray for the icon
+docs|fonts-inter|a font as desktops have one
 LIST
 }

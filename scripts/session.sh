@@ -26,6 +26,7 @@ hold   prints the environment of such a session (KEY=VALUE lines, then an empty 
 Options:
   --outputs "A,B"  the outputs, by description; the first is the default (Speakers,Headphones).
                    The node name is the description in lower case, with dashes for spaces.
+                   "A:PROPERTY = VALUE" adds a property, to pass for another kind of output.
   --quantum N      a fixed quantum, in frames
   --rate N         a fixed sample rate, in Hz
   --no-pulse       no PulseAudio server
@@ -60,7 +61,7 @@ quoted() {
 }
 
 write_pipewire_config() {
-    local folder=$dir/config/pipewire/pipewire.conf.d priority=2000 output
+    local folder=$dir/config/pipewire/pipewire.conf.d priority=2000 output name
     mkdir -p "$folder"
     {
         echo 'context.properties = {'
@@ -70,14 +71,15 @@ write_pipewire_config() {
         echo '}'
         echo 'context.objects = ['
         while IFS= read -r -d , output; do
+            name=${output%%:*}
             echo "  { factory = adapter args = { factory.name = support.null-audio-sink" \
-                "node.name = $(quoted "$(node_name "$output")") node.description = $(quoted "$output")" \
-                "media.class = Audio/Sink audio.position = [ FL FR ]" \
+                "node.name = $(quoted "$(node_name "$name")") node.description = $(quoted "$name")" \
+                "media.class = Audio/Sink audio.position = [ FL FR ] ${output:${#name}+1}" \
                 "monitor.channel-volumes = true priority.session = $priority } }"
             ((priority -= 10))
         done <<<"$outputs,"
         echo '  { factory = adapter args = { factory.name = support.null-audio-sink' \
-            'node.name = "microphone" node.description = "Microphone"' \
+            'node.name = "microphone" node.description = "Built-in Microphone"' \
             'media.class = Audio/Source/Virtual audio.position = [ MONO ] priority.session = 2000 } }'
         echo ']'
     } >"$folder/10-session.conf"

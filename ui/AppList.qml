@@ -36,6 +36,8 @@ ListView {
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Apps")
 
+    // Names of the file, in a component made within it.
+    // qmllint disable unqualified
     delegate: AppRow {
         width: ListView.view.width
         onVolumeChosen: volume => root.panel.setVolume(appID, volume)
@@ -47,6 +49,7 @@ ListView {
         onTabbedOut: forward => root.enter(index + (forward ? 1 : -1), forward)
         percentWidth: widestPercent.advanceWidth
     }
+    // qmllint enable unqualified
 
     add: Transition {
         enabled: root.animates

@@ -28,7 +28,10 @@ Item {
 
     // False where there is nothing to operate.
     function takeFocus(forward: bool): bool {
-        (forward ? output : slider).forceActiveFocus();
+        if (forward)
+            output.forceActiveFocus();
+        else
+            slider.forceActiveFocus();
         return isControllable;
     }
 

@@ -10,7 +10,7 @@ FocusScope {
     property bool hasRoundCorners: false
     readonly property real inset: 14
 
-    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.enabled: Theme.isMirrored
     LayoutMirroring.childrenInherit: true
 
     width: 320

@@ -21,9 +21,9 @@ class PanelModel final : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made by the panel's window")
     Q_PROPERTY(bool isActive READ isActive NOTIFY changed)
-    Q_PROPERTY(AppRowsModel* apps READ apps CONSTANT)
-    Q_PROPERTY(MenuModel* moreMenu READ moreMenu CONSTANT)
-    Q_PROPERTY(MenuModel* outputMenu READ outputMenu CONSTANT)
+    Q_PROPERTY(fadewell::AppRowsModel* apps READ apps CONSTANT)
+    Q_PROPERTY(fadewell::MenuModel* moreMenu READ moreMenu CONSTANT)
+    Q_PROPERTY(fadewell::MenuModel* outputMenu READ outputMenu CONSTANT)
     Q_PROPERTY(bool canOpenSettings READ canOpenSettings CONSTANT)
     Q_PROPERTY(bool canQuit READ canQuit CONSTANT)
     Q_PROPERTY(bool canOpenPermissionSettings READ canOpenPermissionSettings CONSTANT)

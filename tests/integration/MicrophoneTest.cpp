@@ -69,7 +69,7 @@ TEST_F(MicrophoneTest, VolumeIsTheOneThatOthersShow)
     }
     pactl({"set-source-volume", microphone, "25%"});
     EXPECT_TRUE(await([] { return std::abs(shown().at("volume").get<double>() - 0.25) < 0.005; }));
-    EXPECT_EQ(shown().at("deviceName"), "Microphone");
+    EXPECT_EQ(shown().at("deviceName"), "Built-in Microphone");
 }
 
 TEST_F(MicrophoneTest, WhatOthersUndoIsMutedAgainUntilTheyInsist)
@@ -101,7 +101,7 @@ TEST_F(MicrophoneTest, AMutedOneThatIsUnpluggedComesBackMuted)
         removeOutput(microphone);
         std::this_thread::sleep_for(away);
         addMissingDevices();
-        ASSERT_TRUE(await([] { return shown().at("deviceName") == "Microphone"; }));
+        ASSERT_TRUE(await([] { return shown().at("deviceName") == "Built-in Microphone"; }));
         EXPECT_TRUE(staysOff(microphone)) << away.count();
         command({"microphone", "on"});
         EXPECT_TRUE(await([] { return !isOff(microphone); }));

@@ -7,9 +7,9 @@
 #include "platform/linux/pipewire/PipeWireHardware.h"
 #include "tests/integration/support/Await.h"
 #include "tests/integration/support/FadewellTest.h"
+#include "tests/integration/support/Restriction.h"
 
 #include <csignal>
-#include <fstream>
 #include <future>
 #include <thread>
 
@@ -17,21 +17,6 @@ namespace fadewell::integration {
 namespace {
 
 using namespace std::chrono_literals;
-
-/// Lets the restricted client do from now on what these bits say, in octal.
-void grant(const std::string& permissions = "0710")
-{
-    for (const auto& object : Session::objects()) {
-        if (object.value("/info/props/pipewire.access"_json_pointer, "") == "restricted") {
-            const auto id = std::to_string(object.at("id").get<int>());
-            // It knows no object before the server has told it.
-            static_cast<void>(runTool({"sh",
-                                       "-c",
-                                       "(sleep 0.5; echo permissions " + id + " -1 " + permissions +
-                                           "; sleep 0.2; echo quit) | pw-cli"}));
-        }
-    }
-}
 
 std::size_t linesContaining(const std::string& log, const std::string& text)
 {
@@ -44,15 +29,12 @@ std::size_t linesContaining(const std::string& log, const std::string& text)
 
 class RestrictedTest : public FadewellTest {
 protected:
-    /// Fadewell is restricted as the configuration of a sandboxed program would.
     void SetUp() override
     {
-        const auto folder = tone().parent_path() / "config" / "pipewire" / "client-rt.conf.d";
-        std::filesystem::create_directories(folder);
-        std::ofstream(folder / "restricted.conf")
-            << "context.properties = { pipewire.client.access = restricted }\n";
-        fadewell_.emplace();
-        std::filesystem::remove_all(folder);
+        {
+            const Restriction restriction;
+            fadewell_.emplace();
+        }
         SoundTest::SetUp();
     }
 };
@@ -73,7 +55,7 @@ TEST_F(RestrictedTest, SaysSoOnceLeavesAppsAloneAndNoticesAGrant)
     std::this_thread::sleep_for(3500ms); // It asked again.
     EXPECT_EQ(linesContaining(fadewell_->log(), denied), 1U);
 
-    grant();
+    Restriction::grant();
     expectGain(*speakers_, decibels(0.4));
     EXPECT_EQ(linesContaining(fadewell_->log(), "Audio capture permission granted"), 1U);
     command({"microphone", "off"});
@@ -112,13 +94,13 @@ TEST_F(PermissionRequestTest, WaitsForAGrantAndLeavesNothingBehind)
     EXPECT_TRUE(await(isGone));
     auto granting = std::async(std::launch::async, [&] {
         static_cast<void>(await([&] { return !isGone(); }));
-        grant();
+        Restriction::grant();
     });
     EXPECT_TRUE(request(20));
     granting.get();
     EXPECT_TRUE(await(isGone));
     EXPECT_TRUE(AudioPermission::check(*hardware));
-    grant("0500");
+    Restriction::grant("0500");
     EXPECT_FALSE(AudioPermission::check(*hardware)) << "withdrawn";
 }
 

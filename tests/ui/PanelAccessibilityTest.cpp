@@ -62,14 +62,15 @@ TEST_F(PanelAccessibilityTest, ARowChangesWhatIsHeard)
     EXPECT_TRUE(app.find(ATSPI_ROLE_HEADING, app.name())) << app.tree();
 
     const auto slider = app.expect(ATSPI_ROLE_SLIDER, "Volume");
-    slider.setValue(0.4);
+    slider.setValue(40);
     expectGain(*speakers_, decibels(0.4));
     EXPECT_TRUE(slider.perform("Increase"));
     expectGain(*speakers_, decibels(0.45));
     const auto range = slider.range().value();
-    EXPECT_NEAR(range.value, 0.45, 1e-9);
+    EXPECT_NEAR(range.value, 45, 1e-9); // per cent
     EXPECT_EQ(range.minimum, 0);
-    EXPECT_EQ(range.maximum, 1);
+    EXPECT_EQ(range.maximum, 100);
+    EXPECT_EQ(range.step, 5);
 
     press(app.expect(ATSPI_ROLE_PUSH_BUTTON, "Mute"));
     EXPECT_TRUE(speakers_->awaitSilence());

@@ -9,7 +9,7 @@ Rectangle {
     required property string creditsHeading
     required property string creditsNotice
 
-    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.enabled: Theme.isMirrored
     LayoutMirroring.childrenInherit: true
 
     width: 380
@@ -19,7 +19,7 @@ Rectangle {
     Accessible.name: qsTr("About Fadewell")
 
     Shortcut {
-        sequences: ["Escape", StandardKey.Close]
+        sequences: ["Escape", "Ctrl+W"]
         onActivated: root.Window.window.close()
     }
 

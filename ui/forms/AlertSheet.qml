@@ -49,13 +49,15 @@ T.Popup {
         radius: 12
     }
 
+    // Made at once and not when it is first needed: other properties refer to what is in it.
+    // qmllint disable deferred-property-id
     contentItem: Column {
         spacing: 10
         Accessible.role: Accessible.AlertMessage
         Accessible.name: root.title
         Accessible.description: root.message
 
-        LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+        LayoutMirroring.enabled: Theme.isMirrored
         LayoutMirroring.childrenInherit: true
 
         Text {
@@ -101,6 +103,8 @@ T.Popup {
 
                 model: root.buttons
 
+                // Names of the file, in a component made within it.
+                // qmllint disable unqualified
                 PushButton {
                     required property int index
                     required property string modelData
@@ -113,6 +117,7 @@ T.Popup {
                         root.close();
                     }
                 }
+                // qmllint enable unqualified
             }
         }
     }

@@ -10,5 +10,5 @@ Text {
     font.pixelSize: Theme.captionSize
     Accessible.role: Accessible.StaticText
     Accessible.name: text
-    Accessible.ignored: text === ""
+    Accessible.ignored: text === "" || !visible
 }

@@ -25,6 +25,7 @@ Column {
         font.weight: Font.DemiBold
         Accessible.role: Accessible.Heading
         Accessible.name: text
+        Accessible.ignored: !visible
     }
 
     Rectangle {

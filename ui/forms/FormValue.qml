@@ -29,6 +29,7 @@ FormRow {
             font.pixelSize: Theme.bodySize
             Accessible.role: Accessible.StaticText
             Accessible.name: root.spokenValue === "" ? root.title : root.title + ": " + root.spokenValue
+            Accessible.ignored: !visible
         }
 
         Text {

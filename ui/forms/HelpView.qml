@@ -8,7 +8,7 @@ Rectangle {
     required property string title
     required property var paragraphs
 
-    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.enabled: Theme.isMirrored
     LayoutMirroring.childrenInherit: true
 
     width: 460
@@ -20,7 +20,7 @@ Rectangle {
     Accessible.name: title
 
     Shortcut {
-        sequences: ["Escape", StandardKey.Close]
+        sequences: ["Escape", "Ctrl+W"]
         onActivated: root.Window.window.close()
     }
 
@@ -48,6 +48,8 @@ Rectangle {
         Repeater {
             model: root.paragraphs
 
+            // Names of the file, in a component made within it.
+            // qmllint disable unqualified
             TextEdit {
                 required property string modelData
 
@@ -66,6 +68,7 @@ Rectangle {
                 Accessible.role: Accessible.StaticText
                 Accessible.name: text
             }
+            // qmllint enable unqualified
         }
 
         PushButton {

@@ -3,14 +3,12 @@ import Fadewell.Forms
 import Fadewell.Onboarding
 import Fadewell.Style
 
-Column {
+OnboardingStep {
     id: root
 
-    required property OnboardingModel onboarding
-    readonly property Item defaultButton: done
     readonly property string withoutTray: qsTr("This desktop has no tray for Fadewell’s icon. Choose “Open Mixer” in Fadewell’s entry among your apps to change the volume of each app. You can set keyboard shortcuts in Settings.")
 
-    spacing: 20
+    defaultButton: done
 
     Column {
         width: parent.width

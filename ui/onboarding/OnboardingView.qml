@@ -7,8 +7,9 @@ FocusScope {
     id: root
 
     required property OnboardingModel onboarding
+    readonly property OnboardingStep current: step.item as OnboardingStep
 
-    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.enabled: Theme.isMirrored
     LayoutMirroring.childrenInherit: true
 
     implicitWidth: 480
@@ -20,13 +21,13 @@ FocusScope {
     Accessible.name: qsTr("Welcome to Fadewell")
 
     // The return key does what the button of the step does, wherever the keyboard is.
-    Keys.onReturnPressed: step.item.defaultButton.clicked()
-    Keys.onEnterPressed: step.item.defaultButton.clicked()
+    Keys.onReturnPressed: current.defaultButton.clicked()
+    Keys.onEnterPressed: current.defaultButton.clicked()
 
     Component.onCompleted: onboarding.appear()
 
     Shortcut {
-        sequences: ["Escape", StandardKey.Close]
+        sequences: ["Escape", "Ctrl+W"]
         onActivated: root.Window.window.close()
     }
 
@@ -86,6 +87,8 @@ FocusScope {
         }
     }
 
+    // Names of the file, in a component made within it.
+    // qmllint disable unqualified
     Component {
         id: welcome
 
@@ -109,4 +112,5 @@ FocusScope {
             onboarding: root.onboarding
         }
     }
+    // qmllint enable unqualified
 }

@@ -3,16 +3,14 @@ import Fadewell.Forms
 import Fadewell.Onboarding
 import Fadewell.Style
 
-Column {
+OnboardingStep {
     id: root
 
-    required property OnboardingModel onboarding
     readonly property int permission: onboarding.permission
     readonly property bool isOpen: permission === OnboardingModel.Permission.unknown
                                    || permission === OnboardingModel.Permission.asking
-    readonly property Item defaultButton: isOpen ? allow : next
 
-    spacing: 20
+    defaultButton: isOpen ? allow : next
 
     StepTexts {
         title: qsTr("Allow Access to App Sound")
@@ -57,6 +55,7 @@ Column {
                 font.pixelSize: Theme.bodySize
                 Accessible.role: Accessible.StaticText
                 Accessible.name: text
+                Accessible.ignored: !visible
             }
         }
     }

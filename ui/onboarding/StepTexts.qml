@@ -35,5 +35,6 @@ Column {
         font.pixelSize: Theme.bodySize
         Accessible.role: Accessible.StaticText
         Accessible.name: text
+        Accessible.ignored: !visible
     }
 }

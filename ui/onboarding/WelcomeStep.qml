@@ -2,13 +2,10 @@ import QtQuick
 import Fadewell.Onboarding
 import Fadewell.Style
 
-Column {
+OnboardingStep {
     id: root
 
-    required property OnboardingModel onboarding
-    readonly property Item defaultButton: next
-
-    spacing: 20
+    defaultButton: next
 
     StepTexts {
         title: qsTr("Welcome to Fadewell")

@@ -40,6 +40,7 @@ FormPage {
                 font.weight: Font.DemiBold
                 Accessible.role: Accessible.Heading
                 Accessible.name: text
+                Accessible.ignored: !visible
             }
 
             FormNote {
@@ -64,9 +65,12 @@ FormPage {
         Repeater {
             model: root.pane.apps
 
+            // Names of the file, in a component made within it.
+            // qmllint disable unqualified
             RememberedAppRow {
                 onForgotten: root.pane.forget(appID)
             }
+            // qmllint enable unqualified
         }
     }
 

@@ -14,7 +14,7 @@ class AppsPaneModel final : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the settings window")
-    Q_PROPERTY(RememberedAppsModel* apps READ apps CONSTANT)
+    Q_PROPERTY(fadewell::RememberedAppsModel* apps READ apps CONSTANT)
 
 public:
     explicit AppsPaneModel(const SettingsParts& parts);

@@ -31,7 +31,6 @@ FormPage {
                         name: qsTr("Volume of Other Apps")
                         level: root.pane.level
                         onLevelChosen: level => root.pane.setLevel(level)
-                        Accessible.description: root.pane.levelText
                     }
 
                     Text {

@@ -20,7 +20,7 @@ class CallsPaneModel final : public QObject {
     Q_PROPERTY(double level READ level NOTIFY changed)
     Q_PROPERTY(QString levelText READ levelText NOTIFY changed)
     Q_PROPERTY(QString widestLevelText READ widestLevelText CONSTANT)
-    Q_PROPERTY(CallAppsModel* apps READ apps CONSTANT)
+    Q_PROPERTY(fadewell::CallAppsModel* apps READ apps CONSTANT)
 
 public:
     explicit CallsPaneModel(const SettingsParts& parts);

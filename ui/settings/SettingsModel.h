@@ -17,10 +17,10 @@ class SettingsModel final : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made by the settings window")
     Q_PROPERTY(QString pane READ pane WRITE setPane NOTIFY paneChanged)
-    Q_PROPERTY(GeneralPaneModel* general READ general CONSTANT)
-    Q_PROPERTY(CallsPaneModel* calls READ calls CONSTANT)
-    Q_PROPERTY(AppsPaneModel* apps READ apps CONSTANT)
-    Q_PROPERTY(ShortcutsPaneModel* shortcuts READ shortcuts CONSTANT)
+    Q_PROPERTY(fadewell::GeneralPaneModel* general READ general CONSTANT)
+    Q_PROPERTY(fadewell::CallsPaneModel* calls READ calls CONSTANT)
+    Q_PROPERTY(fadewell::AppsPaneModel* apps READ apps CONSTANT)
+    Q_PROPERTY(fadewell::ShortcutsPaneModel* shortcuts READ shortcuts CONSTANT)
 
 public:
     explicit SettingsModel(SettingsParts parts);

@@ -1,4 +1,5 @@
 import QtQuick
+import Fadewell.Forms
 import Fadewell.Settings
 import Fadewell.Style
 
@@ -7,18 +8,19 @@ FocusScope {
     id: root
 
     required property SettingsModel settings
+    readonly property FormPage page: pane.item as FormPage
 
-    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.enabled: Theme.isMirrored
     LayoutMirroring.childrenInherit: true
 
     implicitWidth: 500
-    implicitHeight: tabs.implicitHeight + (pane.item ? pane.item.naturalHeight : 0)
+    implicitHeight: tabs.implicitHeight + (page ? page.naturalHeight : 0)
     width: implicitWidth
     height: implicitHeight
     focus: true
 
     Shortcut {
-        sequences: ["Escape", StandardKey.Close]
+        sequences: ["Escape", "Ctrl+W"]
         onActivated: root.Window.window.close()
     }
 
@@ -55,6 +57,8 @@ FocusScope {
                          : root.settings.pane === "shortcuts" ? shortcuts : general
     }
 
+    // Names of the file, in a component made within it.
+    // qmllint disable unqualified
     Component {
         id: general
 
@@ -86,6 +90,7 @@ FocusScope {
             pane: root.settings.shortcuts
         }
     }
+    // qmllint enable unqualified
 
     Connections {
         target: root.Window.window
@@ -93,8 +98,8 @@ FocusScope {
         function onActiveFocusItemChanged() {
             const item = root.Window.activeFocusItem;
             for (let each = item; each !== null && each !== root; each = each.parent)
-                if (each === pane.item)
-                    pane.item.reveal(item);
+                if (each === root.page)
+                    root.page.reveal(item);
         }
     }
 }

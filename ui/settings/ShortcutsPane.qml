@@ -2,7 +2,6 @@ import QtQuick
 import Fadewell.Forms
 import Fadewell.Recorder
 import Fadewell.Settings
-import Fadewell.Style
 
 FormPage {
     id: root
@@ -47,14 +46,17 @@ FormPage {
         footer: qsTr("Your desktop assigns these shortcuts: change them in its keyboard settings.") + " " + root.stepsFooter
 
         Repeater {
-            model: root.pane.toggles.concat(root.pane.steps)
+            model: [...root.pane.toggles, ...root.pane.steps]
 
             FormValue {
                 required property int index
                 required property var modelData
 
                 title: modelData.title
+                // Names of the file, in a component made within it.
+                // qmllint disable unqualified
                 value: root.pane.assigned[index]
+                // qmllint enable unqualified
             }
         }
     }

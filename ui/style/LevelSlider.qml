@@ -2,8 +2,9 @@ import QtQuick
 import QtQuick.Templates as T
 import Fadewell.Style
 
-// A slider from 0 to 1 that shows `level` and asks for another one by `levelChosen`, also when
-// assistive technology moves it, which the toolkit does without `moved`.
+// Shows `level`, from 0 to 1, and asks for another one by `levelChosen`, also when assistive
+// technology moves it, which the toolkit does without `moved`. Within, it counts in per cent: the
+// value is passed on as a bare number, and a screen reader rounds 0.45 in steps of 0.05 to 0.5.
 T.Slider {
     id: root
 
@@ -11,13 +12,14 @@ T.Slider {
     required property string name
     readonly property real minimumValue: from // what assistive technology is told
     readonly property real maximumValue: to
+    readonly property real percent: level * 100
     readonly property real knobSize: 16
 
     signal levelChosen(real level)
 
     from: 0
-    to: 1
-    stepSize: 0.05
+    to: 100
+    stepSize: 5
     focusPolicy: Qt.TabFocus
     implicitWidth: 120
     implicitHeight: Math.max(22, Theme.iconSize)
@@ -25,10 +27,10 @@ T.Slider {
     Accessible.name: name
     Accessible.ignored: !visible
 
-    onLevelChanged: if (!pressed) value = level
-    onPressedChanged: if (!pressed) value = level
-    onValueChanged: if (value !== level) levelChosen(value)
-    Component.onCompleted: value = level
+    onPercentChanged: if (!pressed) value = percent
+    onPressedChanged: if (!pressed) value = percent
+    onValueChanged: if (value !== percent) levelChosen(value / 100)
+    Component.onCompleted: value = percent
 
     background: Rectangle {
         x: root.knobSize / 2

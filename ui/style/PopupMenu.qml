@@ -53,6 +53,8 @@ T.Popup {
         radius: 8
     }
 
+    // Made at once and not when it is first needed: other properties refer to what is in it.
+    // qmllint disable deferred-property-id
     contentItem: ListView {
         id: list
 
@@ -76,6 +78,8 @@ T.Popup {
         Keys.onTabPressed: root.close()
         Keys.onBacktabPressed: root.close()
 
+        // Names of the file, in a component made within it.
+        // qmllint disable unqualified
         delegate: MenuEntry {
             width: list.width
             isCurrent: ListView.isCurrentItem && list.activeFocus
@@ -84,5 +88,6 @@ T.Popup {
             onEntered: list.currentIndex = index
             onChosen: root.choose(index)
         }
+        // qmllint enable unqualified
     }
 }

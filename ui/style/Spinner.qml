@@ -11,6 +11,7 @@ Item {
     implicitHeight: 18
     Accessible.role: Accessible.Animation
     Accessible.name: name
+    Accessible.ignored: !visible
 
     Item {
         id: wheel
@@ -20,7 +21,11 @@ Item {
         Repeater {
             model: 8
 
+            // Names of the file, in a component made within it.
+            // qmllint disable unqualified
             Rectangle {
+                id: spoke
+
                 required property int index
 
                 x: wheel.width / 2 - width / 2
@@ -29,14 +34,15 @@ Item {
                 height: 5
                 radius: width / 2
                 color: Theme.secondaryText
-                opacity: 0.25 + 0.75 * index / 7
+                opacity: 0.25 + 0.75 * spoke.index / 7
                 antialiasing: true
                 transform: Rotation {
                     origin.x: 1.2
                     origin.y: wheel.height / 2 - 1
-                    angle: index * 45
+                    angle: spoke.index * 45
                 }
             }
+            // qmllint enable unqualified
         }
 
         RotationAnimator on rotation {

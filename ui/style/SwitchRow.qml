@@ -20,6 +20,7 @@ Item {
     Accessible.checkable: true
     Accessible.checked: isOn
     Accessible.focusable: true
+    Accessible.ignored: !visible
     Accessible.onPressAction: root.switched(!root.isOn)
     Accessible.onToggleAction: root.switched(!root.isOn)
 

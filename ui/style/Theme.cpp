@@ -2,6 +2,7 @@
 
 #include "ui/style/DesktopAppearance.h"
 
+#include <QGuiApplication>
 #include <QIcon>
 #include <QQmlEngine>
 
@@ -43,6 +44,11 @@ void Theme::setAppearance(const Appearance& appearance)
         QIcon::setThemeName(appearance_.iconTheme);
     }
     emit changed();
+}
+
+bool Theme::isMirrored() const
+{
+    return QGuiApplication::isRightToLeft();
 }
 
 QColor Theme::border() const

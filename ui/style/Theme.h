@@ -38,6 +38,7 @@ class Theme final : public QObject {
     Q_PROPERTY(QColor destructive READ destructive NOTIFY changed)
     Q_PROPERTY(double titleSize READ titleSize NOTIFY changed)
     Q_PROPERTY(QColor onAccent READ onAccent NOTIFY changed)
+    Q_PROPERTY(bool isMirrored READ isMirrored CONSTANT)
 
 public:
     static Theme& instance();
@@ -54,6 +55,8 @@ public:
 
     [[nodiscard]] bool isDark() const { return appearance_.isDark; }
     [[nodiscard]] bool reduceMotion() const { return appearance_.reduceMotion; }
+    /// Whether the language is written from right to left.
+    [[nodiscard]] bool isMirrored() const;
     /// Milliseconds; 0 while motion is to be reduced.
     [[nodiscard]] int motionDuration() const { return reduceMotion() ? 0 : 140; }
 
