@@ -224,7 +224,7 @@ void measureSlider(PathTable& table, const std::string& quantum, std::size_t cou
     const double cycle = std::stod(quantum) * 1000 / sampleRate;
     table.row(fmt::format("slider to level begins, quantum {}", quantum),
               spread(begins) + " ms",
-              fmt::format("< {:.1f} ms (cycle before, one)", 2 * cycle),
+              fmt::format("the next cycle, < {:.1f} ms", 2 * cycle),
               median(begins) < 2 * cycle);
     table.row("  the ramp then takes", spread(ends) + " ms");
     desktop.closePanel();
