@@ -4,6 +4,7 @@
 
 #include <sys/mman.h>
 #include <unistd.h>
+#include <utility>
 #include <viewporter-client-protocol.h>
 #include <wayland-client.h>
 #include <wlr-layer-shell-unstable-v1-client-protocol.h>
@@ -54,11 +55,12 @@ ClickCatcher::~ClickCatcher()
 void ClickCatcher::configure(std::uint32_t serial, std::uint32_t width, std::uint32_t height)
 {
     zwlr_layer_surface_v1_ack_configure(layer_, serial);
-    if (width > 0 && height > 0) {
-        wp_viewport_set_destination(viewport_, static_cast<int>(width), static_cast<int>(height));
+    const QSize size(static_cast<int>(width), static_cast<int>(height));
+    if (!size.isEmpty() && std::exchange(size_, size) != size) {
+        wp_viewport_set_destination(viewport_, size.width(), size.height());
         wl_surface_attach(surface_, pixel_, 0, 0);
+        wl_surface_commit(surface_);
     }
-    wl_surface_commit(surface_);
 }
 
 wl_buffer* ClickCatcher::makePixel(const LayerGlobals& globals)

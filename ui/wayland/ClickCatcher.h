@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QSize>
+
 #include <cstdint>
 
 struct wl_buffer;
@@ -36,6 +38,7 @@ private:
     wl_surface* const surface_;
     wp_viewport* const viewport_;
     zwlr_layer_surface_v1* const layer_;
+    QSize size_; ///< as shown
 };
 
 } // namespace fadewell
