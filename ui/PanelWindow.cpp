@@ -70,6 +70,8 @@ void PanelWindow::open(const std::optional<QRect>& anchorRect, bool isDropDown)
 void PanelWindow::hide()
 {
     if (isVisible()) {
+        QEvent left(QEvent::Leave); // Not every desktop tells a window that goes.
+        QCoreApplication::sendEvent(view_.get(), &left);
         if (std::exchange(isDropped_, false)) {
             dropDown_->close();
         }
