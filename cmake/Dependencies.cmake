@@ -10,6 +10,10 @@ pkg_check_modules(PIPEWIRE REQUIRED IMPORTED_TARGET libpipewire-0.3)    # the so
 pkg_check_modules(SYSTEMD REQUIRED IMPORTED_TARGET libsystemd)          # the journal and user scopes
 pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb xcb-xkb)             # shortcuts and the window in front on X11
 pkg_check_modules(XKBCOMMON REQUIRED IMPORTED_TARGET xkbcommon xkbcommon-x11) # what keys type
+if(FADEWELL_WAYLAND)
+    pkg_check_modules(WAYLAND REQUIRED IMPORTED_TARGET wayland-client) # the window in front, the mixer's place
+    pkg_check_modules(WAYLAND_PROTOCOLS REQUIRED wayland-protocols)    # what these speak to compositors
+endif()
 if(FADEWELL_QT)
     find_package(Qt6 REQUIRED COMPONENTS Core DBus) # event loop of the program, session bus
     find_package(Qt6 REQUIRED COMPONENTS Gui LinguistTools Quick Svg) # the panel, its symbols and languages

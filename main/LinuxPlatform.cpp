@@ -10,6 +10,7 @@
 #include "platform/linux/bus/PortalHotKeyService.h"
 #include "platform/linux/desktop/Session.h"
 #include "platform/linux/desktop/SwayFrontWindow.h"
+#include "platform/linux/desktop/WaylandFrontWindow.h"
 #include "platform/linux/desktop/X11FrontWindow.h"
 #include "platform/linux/doctor/LinuxInspection.h"
 #include "platform/linux/hotkeys/X11HotKeyService.h"
@@ -55,8 +56,15 @@ std::unique_ptr<FrontWindow> makeFrontWindow()
     if (session.display == Session::Display::x11) {
         return std::make_unique<X11FrontWindow>();
     }
-    return session.swaySocket.empty() ? nullptr
-                                      : std::make_unique<SwayFrontWindow>(session.swaySocket);
+    if (!session.swaySocket.empty()) {
+        return std::make_unique<SwayFrontWindow>(session.swaySocket); // Tells processes, too.
+    }
+#ifdef FADEWELL_WAYLAND
+    if (session.display == Session::Display::wayland) {
+        return std::make_unique<WaylandFrontWindow>("app.fadewell.Fadewell");
+    }
+#endif
+    return nullptr;
 }
 
 /// What a login starts: `fadewell`, also when this is the program with windows that it became.

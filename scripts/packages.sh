@@ -26,6 +26,9 @@ build|libglib2.0-dev|GIO: the shortcuts that GNOME, Cinnamon and MATE have bound
 build|libxcb-xkb-dev|keyboard layouts of the X server
 build|libxkbcommon-dev|what keys type
 build|libxkbcommon-x11-dev|what keys type on the X server
+build|libwayland-dev|Wayland: the window in front, and the mixer in a corner of the screen
+build|wayland-protocols|what these two speak to compositors
+build|qt6-base-private-dev|gives the mixer's window that corner: Qt 6.4 tells its surface nowhere else
 build|libcli11-dev|command lines of fadewell and fadewellctl
 build|libgtest-dev|the tests' framework
 build|libgmock-dev|the tests' matchers

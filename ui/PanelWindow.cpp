@@ -2,6 +2,7 @@
 
 #include "ui/AppIconProvider.h"
 #include "ui/Compositing.h"
+#include "ui/DropDown.h"
 #include "ui/PanelModel.h"
 #include "ui/style/Language.h"
 #include "ui/style/Style.h"
@@ -49,13 +50,20 @@ PanelWindow::~PanelWindow() = default;
 
 void PanelWindow::show(const std::optional<QRect>& anchorRect)
 {
+    open(anchorRect, anchorRect.has_value());
+}
+
+void PanelWindow::open(const std::optional<QRect>& anchorRect, bool isDropDown)
+{
     // A window that was once given a place keeps it; a new one is placed by the desktop.
-    const bool keepsOldPlace = anchorRect_ && !anchorRect && !isVisible();
+    const bool keepsOldPlace = anchorRect_ && !isDropDown && !isVisible();
     if (!view_ || keepsOldPlace) {
         load();
     }
     if (!isVisible()) {
-        present(anchorRect);
+        anchorRect_ = anchorRect;
+        isDropDown_ = isDropDown;
+        present();
     }
     view_->raise();
     view_->requestActivate();
@@ -64,6 +72,11 @@ void PanelWindow::show(const std::optional<QRect>& anchorRect)
 void PanelWindow::hide()
 {
     if (isVisible()) {
+        QEvent left(QEvent::Leave); // Not every desktop tells a window that goes.
+        QCoreApplication::sendEvent(view_.get(), &left);
+        if (std::exchange(isDropped_, false)) {
+            dropDown_->close();
+        }
         view_->hide();
         panel_->setActive(false);
         emit visibilityChanged(false);
@@ -78,7 +91,10 @@ void PanelWindow::toggle(const std::optional<QRect>& anchorRect)
                !sinceClickOutside_.hasExpired(sameClickMilliseconds)) {
         sinceClickOutside_.invalidate();
     } else {
-        show(anchorRect);
+        if (!view_) {
+            load();
+        }
+        open(anchorRect, anchorRect || dropDown_);
     }
 }
 
@@ -104,16 +120,21 @@ void PanelWindow::load()
     view_->setSource(QUrl(QStringLiteral("qrc:/qml/Fadewell/Panel/MixerPanel.qml")));
     connect(
         view_->rootObject(), &QQuickItem::implicitHeightChanged, this, [this] { fitToContent(); });
+    dropDown_ = DropDown::create();
+    if (dropDown_) {
+        connect(dropDown_.get(), &DropDown::clickedOutside, this, &PanelWindow::hide);
+        connect(dropDown_.get(), &DropDown::dismissed, this, &PanelWindow::hide);
+    }
 }
 
-void PanelWindow::present(const std::optional<QRect>& anchorRect)
+void PanelWindow::present()
 {
-    anchorRect_ = anchorRect;
     const auto dropDown = Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
-    view_->setFlags(anchorRect ? dropDown : Qt::Window | Qt::WindowCloseButtonHint);
-    view_->rootObject()->setProperty("hasRoundCorners", anchorRect && isComposited());
+    view_->setFlags(isDropDown_ ? dropDown : Qt::Window | Qt::WindowCloseButtonHint);
+    view_->rootObject()->setProperty("hasRoundCorners", isDropDown_ && isComposited());
     panel_->setActive(true);
     fitToContent();
+    isDropped_ = isDropDown_ && dropDown_ && dropDown_->open(*view_, anchorRect_);
     view_->show();
     emit visibilityChanged(true);
 }
@@ -125,7 +146,9 @@ void PanelWindow::fitToContent()
     view_->setMinimumSize(size);
     view_->setMaximumSize(size);
     view_->resize(size);
-    if (anchorRect_) {
+    if (isDropped_) {
+        dropDown_->fit();
+    } else if (anchorRect_) {
         place();
     }
 }
@@ -148,7 +171,7 @@ bool PanelWindow::eventFilter(QObject* watched, QEvent* event)
         hide();
         return true;
     }
-    if (anchorRect_) {
+    if (isDropDown_) {
         watchForClickOutside(*event);
     }
     return QObject::eventFilter(watched, event);

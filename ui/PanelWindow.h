@@ -16,6 +16,7 @@ class QQuickView;
 
 namespace fadewell {
 
+class DropDown;
 class PanelModel;
 
 /// The mixer panel on the screen. [main thread, with a QGuiApplication]
@@ -46,12 +47,13 @@ public:
     /// Shows the panel and gives it the keyboard.
     ///
     /// With a rectangle (of the tray icon, in global coordinates) it drops from there, where the
-    /// platform lets windows choose their place, and closes by a click outside; without one it is
-    /// an ordinary window, which stays. While it is shown, brings it to the front.
+    /// desktop lets it, and closes by a click outside; without one it is an ordinary window, which
+    /// stays. While it is shown, brings it to the front.
     void show(const std::optional<QRect>& anchorRect = std::nullopt);
     void hide();
 
-    /// Hides a shown panel, also one that this very click has already closed.
+    /// Hides a shown panel, also one that this very click has already closed. Shown without a
+    /// rectangle it drops from a corner of the screen, where the desktop offers that.
     void toggle(const std::optional<QRect>& anchorRect = std::nullopt);
     [[nodiscard]] bool isVisible() const;
 
@@ -63,14 +65,18 @@ protected:
 
 private:
     void load();
-    void present(const std::optional<QRect>& anchorRect);
+    void open(const std::optional<QRect>& anchorRect, bool isDropDown);
+    void present();
     void place();
     void fitToContent();
     void watchForClickOutside(const QEvent& event);
     void hideByClickOutside();
 
     std::unique_ptr<PanelModel> panel_;
-    std::unique_ptr<QQuickView> view_; ///< absent until first shown; uses `panel_`
+    std::unique_ptr<QQuickView> view_;   ///< absent until first shown; uses `panel_`
+    std::unique_ptr<DropDown> dropDown_; ///< absent where the desktop has none; uses `view_`
+    bool isDropDown_ = false;            ///< it closes by a click outside
+    bool isDropped_ = false;             ///< the desktop has placed it
     std::optional<QRect> anchorRect_;
     QElapsedTimer sinceClickOutside_; ///< valid once a click outside has closed the panel
 };

@@ -24,6 +24,10 @@ int runOnDisplay(int argc,
     QGuiApplication::setQuitOnLastWindowClosed(false);
     if (!qEnvironmentVariableIsSet("QT_QUICK_BACKEND")) {
         qputenv("QT_QUICK_BACKEND", "software"); // A third of the memory, and nothing needs more.
+        if (!qEnvironmentVariableIsSet("QT_WAYLAND_CLIENT_BUFFER_INTEGRATION")) {
+            // On Wayland Qt would load a GPU's drivers all the same: 50 MB. It logs that it fails.
+            qputenv("QT_WAYLAND_CLIENT_BUFFER_INTEGRATION", "none");
+        }
     }
     const QApplication application(argc, argv);
     installLanguage();

@@ -9,6 +9,7 @@ Item {
     property string help: name
     readonly property alias hovered: hover.hovered
     readonly property bool pressed: tap.pressed
+    property bool wasTapped: false // since the pointer came: its help is not needed any more
 
     signal clicked
 
@@ -27,16 +28,21 @@ Item {
         id: tap
 
         gesturePolicy: TapHandler.ReleaseWithinBounds
-        onTapped: root.clicked()
+        onTapped: {
+            root.wasTapped = true;
+            root.clicked();
+        }
     }
 
     HoverHandler {
         id: hover
+
+        onHoveredChanged: root.wasTapped = false
     }
 
     HelpTag {
         text: root.help
-        shown: hover.hovered && !tap.pressed
+        shown: hover.hovered && !tap.pressed && !root.wasTapped
     }
 
     FocusRing {
