@@ -3,6 +3,7 @@
 #include "platform/linux/pipewire/DeviceTable.h"
 #include "platform/linux/pipewire/ParameterParsing.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace fadewell::pipewire {
@@ -32,6 +33,7 @@ void DeviceTable::metadataChanged(std::uint32_t subject,
 
 void DeviceTable::metadataAvailable(bool isAvailable)
 {
+    missing_.reset();
     if (!isAvailable) {
         const double until = frozen_.start();
         for (Default* const chosen : {&defaultOutput_, &defaultInput_}) {
@@ -135,10 +137,20 @@ void DeviceTable::refreshDefaults()
         listeners_.notify(kAudioObjectSystemObject, kAudioHardwarePropertyDefaultOutputDevice);
         tellChanged();
     }
-    if (refreshDefault(defaultInput_,
-                       withScope(named("default.audio.source"), &Device::inputStreams))) {
+    const auto source = named("default.audio.source");
+    if (refreshDefault(defaultInput_, withScope(source, &Device::inputStreams))) {
         listeners_.notify(kAudioObjectSystemObject, kAudioHardwarePropertyDefaultInputDevice);
     }
+    missing_.update(graph_.hasMetadata() && isDefaultMissing(defaultSinkName_, source));
+}
+
+bool DeviceTable::isDefaultMissing(const std::string& sink, const std::string& source) const
+{
+    return std::any_of(order_.begin(), order_.end(), [&](const AudioObjectID object) {
+        const Device& device = devices_.at(object);
+        return !device.frozenUntil && ((sink.empty() && !device.outputStreams.empty()) ||
+                                       (source.empty() && !device.inputStreams.empty()));
+    });
 }
 
 bool DeviceTable::refreshDefault(Default& chosen, AudioObjectID named)

@@ -38,6 +38,7 @@ DeviceTable::DeviceTable(Graph& graph, ObjectIDs& ids, ListenerTable& listeners,
     , ids_(ids)
     , listeners_(listeners)
     , frozen_(frozen)
+    , missing_(graph)
 {
     const Connection::Lock lock(graph_.connection());
     graph_.addObserver(*this);

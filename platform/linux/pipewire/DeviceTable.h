@@ -3,6 +3,7 @@
 #include "platform/linux/pipewire/FrozenTime.h"
 #include "platform/linux/pipewire/Graph.h"
 #include "platform/linux/pipewire/ListenerTable.h"
+#include "platform/linux/pipewire/MissingDefaults.h"
 #include "platform/linux/pipewire/ObjectIDs.h"
 #include "platform/linux/pipewire/PropertyValue.h"
 #include "platform/linux/pipewire/RouteKeeping.h"
@@ -131,6 +132,7 @@ private:
     void lose(AudioObjectID object);
     [[nodiscard]] bool isAsComplete(const GraphNode& node, const Device& before) const;
     void refreshDefaults();
+    [[nodiscard]] bool isDefaultMissing(const std::string& sink, const std::string& source) const;
     [[nodiscard]] bool refreshDefault(Default& chosen, AudioObjectID named);
     void remember(AudioObjectID object, const NodeVolume& wanted);
     void follow(AudioObjectID object, const NodeVolume& volume);
@@ -160,6 +162,7 @@ private:
     std::vector<AudioObjectID> order_;
     Default defaultOutput_;
     Default defaultInput_;
+    MissingDefaults missing_;
     std::string defaultSinkName_;
     double graphRate_ = 48000;
 };

@@ -65,6 +65,8 @@ public:
     /// The server has let through what it refused before: everything there is counts as writable.
     /// [locked]
     void noteGranted();
+    /// Has the session manager's metadata told anew. [locked]
+    void askMetadataAgain();
     /// A value of the session manager's metadata. [locked]
     [[nodiscard]] std::optional<std::string> metadataValue(std::uint32_t subject,
                                                            const std::string& key) const;
@@ -120,6 +122,7 @@ private:
     void addPort(GraphObject object);
     void addLink(GraphObject object);
     void addMetadata(GraphObject object);
+    [[nodiscard]] pw_proxy* bindMetadata(std::uint32_t id);
     void keepMetadata(bool isSessions, GraphObject object, pw_proxy* proxy);
     void remove(std::uint32_t id);
     void removeMetadata();

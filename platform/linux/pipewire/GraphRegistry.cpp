@@ -11,9 +11,20 @@ void Graph::addMetadata(GraphObject object)
     if (name != "settings" && name != "default") {
         return;
     }
-    auto* const proxy = static_cast<pw_proxy*>(
+    keepMetadata(name == "default", std::move(object), bindMetadata(id));
+}
+
+pw_proxy* Graph::bindMetadata(std::uint32_t id)
+{
+    return static_cast<pw_proxy*>(
         pw_registry_bind(registry_, id, PW_TYPE_INTERFACE_Metadata, PW_VERSION_METADATA, 0));
-    keepMetadata(name == "default", std::move(object), proxy);
+}
+
+void Graph::askMetadataAgain()
+{
+    if (metadata_ != nullptr && registry_ != nullptr) {
+        metadata_->listenThrough(bindMetadata(metadata_->object().id));
+    }
 }
 
 void Graph::keepMetadata(bool isSessions, GraphObject object, pw_proxy* proxy)

@@ -8,8 +8,14 @@ Metadata::Metadata(pw_proxy* proxy, GraphObject object, Changed changed, Refused
     : object_(std::move(object))
     , changed_(std::move(changed))
     , refused_(std::move(refused))
-    , proxy_(proxy)
 {
+    listenThrough(proxy);
+}
+
+void Metadata::listenThrough(pw_proxy* proxy)
+{
+    closeProxy();
+    proxy_ = proxy;
     static const pw_proxy_events proxyEvents = [] {
         pw_proxy_events table = {};
         table.version = PW_VERSION_PROXY_EVENTS;
@@ -29,6 +35,11 @@ Metadata::Metadata(pw_proxy* proxy, GraphObject object, Changed changed, Refused
 }
 
 Metadata::~Metadata()
+{
+    closeProxy();
+}
+
+void Metadata::closeProxy()
 {
     if (proxy_ != nullptr) {
         spa_hook_remove(&objectHook_);

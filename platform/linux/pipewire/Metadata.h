@@ -26,6 +26,9 @@ public:
     Metadata(const Metadata&) = delete;
     Metadata& operator=(const Metadata&) = delete;
 
+    /// Has all values told anew through another proxy of the same object; those known stay.
+    void listenThrough(pw_proxy* proxy);
+
     [[nodiscard]] const GraphObject& object() const { return object_; }
     void setPermissions(std::uint32_t permissions) { object_.permissions = permissions; }
     [[nodiscard]] std::optional<std::string> value(std::uint32_t subject,
@@ -42,6 +45,7 @@ private:
         void* data, std::uint32_t subject, const char* key, const char* type, const char* value);
     static void onError(void* data, int sequence, int result, const char* message);
     void forget(std::uint32_t subject);
+    void closeProxy();
 
     GraphObject object_;
     Changed changed_;
