@@ -27,6 +27,7 @@ class PanelModel final : public QObject {
     Q_PROPERTY(bool canOpenSettings READ canOpenSettings CONSTANT)
     Q_PROPERTY(bool canQuit READ canQuit CONSTANT)
     Q_PROPERTY(bool canOpenPermissionSettings READ canOpenPermissionSettings CONSTANT)
+    Q_PROPERTY(QString permissionSettingsTitle READ permissionSettingsTitle CONSTANT)
     Q_PROPERTY(QString fullPercent READ fullPercent CONSTANT)
     Q_PROPERTY(bool needsAudioPermission READ needsAudioPermission NOTIFY changed)
     Q_PROPERTY(bool isCallModeActive READ isCallModeActive NOTIFY changed)
@@ -54,6 +55,10 @@ public:
     [[nodiscard]] bool canOpenPermissionSettings() const
     {
         return bool(actions_.openPermissionSettings);
+    }
+    [[nodiscard]] QString permissionSettingsTitle() const
+    {
+        return actions_.permissionSettingsTitle;
     }
     /// The widest percentage.
     [[nodiscard]] QString fullPercent() const;

@@ -39,6 +39,7 @@ public:
         std::function<void()> showAbout{};
         std::function<void()> quit{};
         std::function<void()> openPermissionSettings{}; ///< where capturing sound is allowed
+        QString permissionSettingsTitle{};              ///< what its button says
     };
 
     PanelWindow(Parts parts, Actions actions, QObject* parent = nullptr);

@@ -34,7 +34,7 @@ Item {
         PushButton {
             anchors.left: parent.left
             visible: root.panel.canOpenPermissionSettings
-            name: qsTr("Open System Settings")
+            name: root.panel.permissionSettingsTitle
             onClicked: root.panel.openPermissionSettings()
         }
     }

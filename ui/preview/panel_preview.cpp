@@ -91,10 +91,8 @@ PanelWindow::Actions actions()
     return {.openSettings = [] { std::puts("settings"); },
             .showAbout = [] { std::puts("about"); },
             .quit = [] { QCoreApplication::quit(); },
-            .openPermissionSettings =
-                [] {
-                    std::puts("permission settings");
-                }};
+            .openPermissionSettings = [] { std::puts("permission settings"); },
+            .permissionSettingsTitle = "Open System Settings"};
 }
 
 } // namespace

@@ -389,10 +389,6 @@
         <source>To change the volume of apps, allow Fadewell to record system audio.</source>
         <translation>لتغيير مستوى صوت التطبيقات، اسمح لتطبيق Fadewell بتسجيل صوت النظام.</translation>
     </message>
-    <message>
-        <source>Open System Settings</source>
-        <translation>فتح إعدادات النظام</translation>
-    </message>
 </context>
 <context>
     <name>PermissionStep</name>

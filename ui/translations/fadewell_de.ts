@@ -389,10 +389,6 @@
         <source>To change the volume of apps, allow Fadewell to record system audio.</source>
         <translation>Erlaube Fadewell, den Ton des Systems aufzunehmen, um die Lautstärke von Apps zu ändern.</translation>
     </message>
-    <message>
-        <source>Open System Settings</source>
-        <translation>Systemeinstellungen öffnen</translation>
-    </message>
 </context>
 <context>
     <name>PermissionStep</name>

@@ -192,6 +192,7 @@ PanelWindow::Actions DesktopWindows::panelActions()
     actions.openPermissionSettings = [this] {
         systemPages_->open(SystemPage::audioPermission);
     };
+    actions.permissionSettingsTitle = systemPages_->openTitle(SystemPage::audioPermission);
     actions.showAbout = [this] {
         about_.show();
     };
