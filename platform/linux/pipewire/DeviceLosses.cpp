@@ -170,15 +170,23 @@ void DeviceTable::remember(AudioObjectID object, const NodeVolume& wanted)
     written.volume = written.volume.with(wanted);
     written.isOnRoute = device.hasRoute;
     written.isDue = !device.isAlive || device.frozenUntil;
+    if (const auto* node = graph_.node(device.node)) {
+        written.toldBefore = node->reportedVolume;
+    }
 }
 
-/// The last word on what was written is whoever's who wrote after us.
-void DeviceTable::follow(AudioObjectID object, const NodeVolume& volume)
+/// The last word on what was written is whoever's who wrote after us. A server that ends says
+/// nothing any more, and the old state shows again.
+void DeviceTable::follow(AudioObjectID object, const GraphNode& node)
 {
     const auto found = written_.find(object);
-    if (found == written_.end() || found->second.isDue || volume.channels.empty()) {
+    const NodeVolume& volume = node.volume;
+    if (found == written_.end() || found->second.isDue || volume.channels.empty() ||
+        found->second.toldBefore == node.reportedVolume)
+    {
         return;
     }
+    found->second.toldBefore.reset();
     NodeVolume& written = found->second.volume;
     written.channels = written.channels.empty() ? written.channels : volume.channels;
     written.isMuted = written.hasMute && volume.isMuted;
@@ -195,6 +203,7 @@ bool DeviceTable::giveBack(AudioObjectID object, const GraphNode& node)
         return false;
     }
     found->second.isDue = false;
+    found->second.toldBefore = node.reportedVolume;
     const NodeVolume& wanted = found->second.volume;
     return node.volume.with(wanted) != node.volume && write(object, node.id, wanted) >= 0;
 }

@@ -109,7 +109,7 @@ void DeviceTable::update(const GraphNode& node, bool isForced)
         order_.push_back(object);
     }
     announce(object, before, device);
-    follow(object, device.volume);
+    follow(object, node);
     if (isBack) {
         listeners_.notify(kAudioObjectSystemObject, kAudioHardwarePropertyDevices);
     }

@@ -105,6 +105,8 @@ private:
         bool isOnRoute = false;
         RouteKeeping keeping{};
         bool isDue = false; ///< to be written again when the device is found
+        /// What the server told of the device before it was written, until it tells something else.
+        std::optional<NodeVolume> toldBefore;
     };
 
     void nodeChanged(const GraphNode& node) override;
@@ -135,7 +137,7 @@ private:
     [[nodiscard]] bool isDefaultMissing(const std::string& sink, const std::string& source) const;
     [[nodiscard]] bool refreshDefault(Default& chosen, AudioObjectID named);
     void remember(AudioObjectID object, const NodeVolume& wanted);
-    void follow(AudioObjectID object, const NodeVolume& volume);
+    void follow(AudioObjectID object, const GraphNode& node);
     [[nodiscard]] bool giveBack(AudioObjectID object, const GraphNode& node);
 
     [[nodiscard]] AudioObjectID withScope(std::string_view name,
