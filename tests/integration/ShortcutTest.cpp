@@ -33,8 +33,7 @@ TEST_F(ShortcutTest, TheAppInFrontGoesUpAndDownAndNoOther)
 
     desk.bringToFront(getpid()); // Something else that makes no sound.
     desk.strike(Key::lower);
-    EXPECT_TRUE(await(
-        [&] { return desk.fadewell().log().find("shortcut_tests 90%") != std::string::npos; }));
+    EXPECT_TRUE(answers({"volume", "shortcut_tests"}, "90%"));
     desk.bringToFront(player.pid());
     desk.strike(Key::lower);
     EXPECT_TRUE(speakers_->awaitGain(decibels(0.8)));

@@ -155,16 +155,18 @@ TEST_F(WindowsAccessibilityTest, EachSwitchOfTheSettingsIsStored)
         pane(settings, "Calls", {"Lower Other Apps During Calls", "Volume of Other Apps", "Zoom"});
     calls.expect(ATSPI_ROLE_SLIDER, "Volume of Other Apps").setValue(35);
     expectStored("/callModeSettings.v1/json/level", 0.35);
-    const auto general =
-        pane(settings,
-             "General",
-             {"Open at Login", "Show in System Tray", "Open Mixer", "About Fadewell"});
+    const auto general = pane(
+        settings,
+        "General",
+        {"Open at Login", "Show in System Tray", "Open Mixer", "Diagnostics…", "About Fadewell"});
     EXPECT_TRUE(general.find(ATSPI_ROLE_LABEL, "System Audio Recording: Allowed"))
         << general.tree();
     pressButton(general, "Open Mixer");
     EXPECT_TRUE(window("Fadewell").has(ATSPI_STATE_VISIBLE));
     pressButton(general, "About Fadewell");
     EXPECT_TRUE(window("About Fadewell").has(ATSPI_STATE_VISIBLE));
+    pressButton(general, "Diagnostics…");
+    EXPECT_TRUE(window("Diagnostics").has(ATSPI_STATE_VISIBLE));
 
     const auto storesAt = [](const char* pointer) {
         return [pointer](bool isOn) {
