@@ -27,6 +27,9 @@ TEST(StartTallyTest, FindsWhatIsWorseThanUntouched)
         {"silence inside", {.isHeard = true, .zeros = 1}}};
     for (const auto& [name, check] : faults) {
         EXPECT_EQ(tallyOf(check).faultsBeside(untouched), name);
+        StartTally added;
+        added.add(tallyOf(check));
+        EXPECT_EQ(added.faultsBeside(untouched), name);
     }
 }
 

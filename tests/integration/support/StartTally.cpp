@@ -13,6 +13,12 @@ void StartTally::Loss::add(std::size_t frames)
     most = std::max(most, frames);
 }
 
+void StartTally::Loss::add(const Loss& more)
+{
+    starts += more.starts;
+    most = std::max(most, more.most);
+}
+
 bool StartTally::Loss::exceeds(const Loss& other, double ratio, std::size_t allowed) const
 {
     if (starts <= allowed) {
@@ -46,6 +52,22 @@ void StartTally::add(const CountedCheck& check)
     tail_.add(check.tail);
     zeros_.add(check.zeros);
     longestDelay_ = std::max(longestDelay_, static_cast<double>(check.first) / (sampleRate / 1000));
+}
+
+void StartTally::add(const StartTally& more)
+{
+    count_ += more.count_;
+    unmeasured_ += more.unmeasured_;
+    unheard_ += more.unheard_;
+    for (const auto loss : {&StartTally::wrong_,
+                            &StartTally::head_,
+                            &StartTally::inside_,
+                            &StartTally::tail_,
+                            &StartTally::zeros_})
+    {
+        (this->*loss).add(more.*loss);
+    }
+    longestDelay_ = std::max(longestDelay_, more.longestDelay_);
 }
 
 std::string StartTally::faultsBeside(const StartTally& untouched) const

@@ -12,6 +12,9 @@ class StartTally {
 public:
     void add(const CountedCheck& check);
 
+    /// Further starts of the same.
+    void add(const StartTally& more);
+
     [[nodiscard]] std::size_t count() const { return count_; }
     /// What is worse than in `untouched`, which is the same without Fadewell: any frame at a wrong
     /// volume, a start that isn't heard, and more lost than the player loses by itself. Empty when
@@ -28,6 +31,7 @@ private:
         std::size_t most = 0;
 
         void add(std::size_t frames);
+        void add(const Loss& more);
         /// `ratio` is how many starts there are for each of the other's.
         [[nodiscard]] bool exceeds(const Loss& other, double ratio, std::size_t allowed) const;
         [[nodiscard]] std::string text() const;
