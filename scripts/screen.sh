@@ -3,7 +3,7 @@
 
 # start_screen SIZE
 start_screen() {
-    Xvfb -displayfd 1 -screen 0 "$1x24" -nolisten tcp >"$FADEWELL_SESSION/display" 2>"$FADEWELL_SESSION/log/screen.log" &
+    Xvfb -displayfd 1 -screen 0 "$1x24" -nolisten tcp -noreset >"$FADEWELL_SESSION/display" 2>"$FADEWELL_SESSION/log/screen.log" &
     SECONDS=0
     until [[ -s $FADEWELL_SESSION/display ]]; do
         ((SECONDS < 10)) || return

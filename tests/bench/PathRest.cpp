@@ -23,7 +23,8 @@ class OtherMixer {
 public:
     OtherMixer()
     {
-        screen_.emplace(std::vector<std::string>{"Xvfb", "-displayfd", "1", "-nolisten", "tcp"});
+        screen_.emplace(
+            std::vector<std::string>{"Xvfb", "-displayfd", "1", "-nolisten", "tcp", "-noreset"});
         if (!await([&] { return !screen_->output().empty() || !screen_->isRunning(); }) ||
             !screen_->isRunning())
         {

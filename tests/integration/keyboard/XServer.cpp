@@ -12,7 +12,7 @@ namespace fadewell::integration {
 
 XServer::XServer(const std::string& screen)
     : process_(std::make_unique<ChildProcess>(std::vector<std::string>{
-          "Xvfb", "-displayfd", "1", "-screen", "0", screen, "-nolisten", "tcp"}))
+          "Xvfb", "-displayfd", "1", "-screen", "0", screen, "-nolisten", "tcp", "-noreset"}))
 {
     if (!await([this] { return process_->output().find('\n') != std::string::npos; })) {
         throw std::runtime_error("No X server: " + process_->errors());

@@ -16,7 +16,7 @@ void ScreenTest::SetUpTestSuite()
     SoundTest::SetUpTestSuite();
     // It chooses a free number itself, and writes it when it is ready.
     screen_ = std::make_unique<ChildProcess>(std::vector<std::string>{
-        "Xvfb", "-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp"});
+        "Xvfb", "-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp", "-noreset"});
     if (!await([] { return screen_->output().ends_with('\n'); })) {
         throw std::runtime_error("No screen: " + screen_->errors());
     }
