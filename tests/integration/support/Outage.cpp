@@ -154,7 +154,7 @@ void addMissingDevices()
     }
     if (!exists(microphone)) {
         createNode(microphone,
-                   "node.description=Microphone media.class=Audio/Source/Virtual "
+                   "node.description=\"Built-in Microphone\" media.class=Audio/Source/Virtual "
                    "audio.position=[MONO] priority.session=2000");
     }
 }
