@@ -9,7 +9,7 @@ Rectangle {
 
     required property DiagnosticsModel diagnostics
 
-    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.enabled: Theme.isMirrored
     LayoutMirroring.childrenInherit: true
 
     width: 720
@@ -20,7 +20,7 @@ Rectangle {
     Accessible.name: qsTr("Diagnostics")
 
     Shortcut {
-        sequences: ["Escape", StandardKey.Close]
+        sequences: ["Escape", "Ctrl+W"]
         onActivated: root.Window.window.close()
     }
 
