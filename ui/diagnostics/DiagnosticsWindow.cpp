@@ -6,10 +6,8 @@
 #include <QClipboard>
 #include <QCoreApplication>
 #include <QDir>
-#include <QEvent>
 #include <QFileDialog>
 #include <QGuiApplication>
-#include <QMetaObject>
 #include <QQmlEngine>
 #include <QQuickView>
 #include <QUrl>
@@ -25,19 +23,7 @@ DiagnosticsWindow::DiagnosticsWindow(std::function<std::string(bool withNames)> 
     : gather_(std::move(gather))
 {}
 
-DiagnosticsWindow::~DiagnosticsWindow() = default;
-
-void DiagnosticsWindow::show()
-{
-    if (!view_) {
-        load();
-    }
-    view_->show();
-    view_->raise();
-    view_->requestActivate();
-}
-
-void DiagnosticsWindow::load()
+std::unique_ptr<QObject> DiagnosticsWindow::load(QQuickView& view)
 {
     qml_register_types_Fadewell_Diagnostics();
     DiagnosticsParts parts;
@@ -48,17 +34,14 @@ void DiagnosticsWindow::load()
     parts.chooseFile = [this](auto chosen) {
         chooseFile(std::move(chosen));
     };
-    model_ = std::make_unique<DiagnosticsModel>(std::move(parts));
-    view_ = std::make_unique<QQuickView>();
-    installForms(*view_->engine());
-    view_->installEventFilter(this);
-    view_->setTitle(QCoreApplication::translate("DiagnosticsWindow", "Diagnostics"));
-    view_->setFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
-                    Qt::WindowMaximizeButtonHint);
-    view_->setResizeMode(QQuickView::SizeRootObjectToView);
-    view_->setInitialProperties({{"diagnostics", QVariant::fromValue(model_.get())}});
-    view_->setSource(QUrl(QStringLiteral("qrc:/qml/Fadewell/Diagnostics/DiagnosticsView.qml")));
-    view_->setMinimumSize({480, 320});
+    auto model = std::make_unique<DiagnosticsModel>(std::move(parts));
+    installForms(*view.engine());
+    view.setTitle(QCoreApplication::translate("DiagnosticsWindow", "Diagnostics"));
+    view.setFlag(Qt::WindowMaximizeButtonHint);
+    view.setInitialProperties({{"diagnostics", QVariant::fromValue(model.get())}});
+    view.setSource(QUrl(QStringLiteral("qrc:/qml/Fadewell/Diagnostics/DiagnosticsView.qml")));
+    view.setMinimumSize({480, 320});
+    return model;
 }
 
 void DiagnosticsWindow::chooseFile(std::function<void(const QString& path)> chosen)
@@ -76,26 +59,9 @@ void DiagnosticsWindow::chooseFile(std::function<void(const QString& path)> chos
             [chosen = std::move(chosen)](const auto& path) { chosen(path); });
     dialog->winId(); // Makes its window, to belong to this one.
     if (dialog->windowHandle() != nullptr) {
-        dialog->windowHandle()->setTransientParent(view_.get());
+        dialog->windowHandle()->setTransientParent(view());
     }
     dialog->open();
-}
-
-bool DiagnosticsWindow::eventFilter(QObject* watched, QEvent* event)
-{
-    if (watched == view_.get() && event->type() == QEvent::Close) {
-        // After the window is done with this event.
-        QMetaObject::invokeMethod(
-            this,
-            [this] {
-                if (view_ && !view_->isVisible()) { // Nobody has opened it again meanwhile.
-                    view_.reset();
-                    model_.reset();
-                }
-            },
-            Qt::QueuedConnection);
-    }
-    return QObject::eventFilter(watched, event);
 }
 
 } // namespace fadewell

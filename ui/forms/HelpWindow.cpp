@@ -2,11 +2,8 @@
 
 #include "ui/forms/Forms.h"
 
-#include <QEvent>
 #include <QFile>
-#include <QMetaObject>
 #include <QQmlEngine>
-#include <QQuickItem>
 #include <QQuickView>
 #include <QUrl>
 #include <QVariant>
@@ -56,39 +53,25 @@ QStringList loginItems()
 
 } // namespace
 
-HelpWindow::HelpWindow() = default;
-HelpWindow::~HelpWindow() = default;
-
 void HelpWindow::show(SystemPage page)
 {
-    if (!view_ || page != page_) {
+    if (page != page_) {
         page_ = page;
-        view_ = std::make_unique<QQuickView>();
-        installForms(*view_->engine());
-        view_->installEventFilter(this);
-        view_->setTitle(title(page));
-        view_->setFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
-        view_->setInitialProperties(
-            {{"title", title(page)},
-             {"paragraphs",
-              page == SystemPage::audioPermission ? audioPermission() : loginItems()}});
-        view_->setSource(QUrl("qrc:/qml/Fadewell/Forms/HelpView.qml"));
-        view_->setMinimumSize(view_->initialSize());
-        view_->setMaximumSize(view_->initialSize());
+        unload();
     }
-    view_->show();
-    view_->raise();
-    view_->requestActivate();
+    ViewWindow::show();
 }
 
-bool HelpWindow::eventFilter(QObject* watched, QEvent* event)
+std::unique_ptr<QObject> HelpWindow::load(QQuickView& view)
 {
-    if (watched == view_.get() && event->type() == QEvent::Close) {
-        // After the window is done with this event.
-        QMetaObject::invokeMethod(
-            this, [this] { view_.reset(); }, Qt::QueuedConnection);
-    }
-    return QObject::eventFilter(watched, event);
+    installForms(*view.engine());
+    view.setTitle(title(page_));
+    view.setInitialProperties(
+        {{"title", title(page_)},
+         {"paragraphs", page_ == SystemPage::audioPermission ? audioPermission() : loginItems()}});
+    view.setSource(QUrl("qrc:/qml/Fadewell/Forms/HelpView.qml"));
+    fix(view, view.initialSize());
+    return nullptr;
 }
 
 } // namespace fadewell

@@ -1,33 +1,22 @@
 #pragma once
 
 #include "ui/forms/SystemPage.h"
-
-#include <QObject>
-#include <QString>
-#include <QStringList>
-
-#include <memory>
-
-class QQuickView;
+#include "ui/style/ViewWindow.h"
 
 namespace fadewell {
 
 /// Explains how to grant what no page of the system's settings grants here. [main thread]
-class HelpWindow final : public QObject {
+class HelpWindow final : public ViewWindow {
     Q_OBJECT
 
 public:
-    HelpWindow();
-    ~HelpWindow() override;
-
     /// Opens it, or brings it to the front, with this explanation.
     void show(SystemPage page);
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    std::unique_ptr<QObject> load(QQuickView& view) override;
 
 private:
-    std::unique_ptr<QQuickView> view_; ///< absent while it is closed
     SystemPage page_ = SystemPage::audioPermission;
 };
 

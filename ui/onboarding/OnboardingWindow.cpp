@@ -4,15 +4,13 @@
 #include "ui/onboarding/OnboardingModel.h"
 
 #include <QCoreApplication>
-#include <QEvent>
-#include <QMetaObject>
 #include <QQmlEngine>
-#include <QQuickItem>
 #include <QQuickView>
 #include <QScreen>
 #include <QUrl>
 #include <QVariant>
 
+#include <limits>
 #include <utility>
 
 extern void qml_register_types_Fadewell_Onboarding();
@@ -29,65 +27,25 @@ OnboardingWindow::OnboardingWindow(OnboardingParts parts)
     : parts_(std::move(parts))
 {}
 
-OnboardingWindow::~OnboardingWindow() = default;
-
-void OnboardingWindow::show()
-{
-    if (!view_) {
-        load();
-    }
-    view_->show();
-    view_->raise();
-    view_->requestActivate();
-}
-
-void OnboardingWindow::load()
+std::unique_ptr<QObject> OnboardingWindow::load(QQuickView& view)
 {
     loadPictures();
     qml_register_types_Fadewell_Onboarding();
-    model_ = std::make_unique<OnboardingModel>(parts_);
-    connect(model_.get(), &OnboardingModel::finished, this, [this] { view_->close(); });
-    view_ = std::make_unique<QQuickView>();
-    installForms(*view_->engine());
-    view_->installEventFilter(this);
-    view_->setTitle(QCoreApplication::translate("OnboardingWindow", "Welcome to Fadewell"));
-    view_->setFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
-    view_->setResizeMode(QQuickView::SizeRootObjectToView);
-    view_->setInitialProperties({{"onboarding", QVariant::fromValue(model_.get())}});
-    view_->setSource(QUrl(QStringLiteral("qrc:/qml/Fadewell/Onboarding/OnboardingView.qml")));
-    connect(
-        view_->rootObject(), &QQuickItem::implicitHeightChanged, this, [this] { fitToContent(); });
-    fitToContent();
-    const auto screen = view_->screen()->availableGeometry();
-    view_->setPosition(screen.center() - QPoint(view_->width() / 2, view_->height() / 2));
+    auto model = std::make_unique<OnboardingModel>(parts_);
+    connect(model.get(), &OnboardingModel::finished, &view, &QWindow::close);
+    installForms(*view.engine());
+    view.setTitle(QCoreApplication::translate("OnboardingWindow", "Welcome to Fadewell"));
+    view.setInitialProperties({{"onboarding", QVariant::fromValue(model.get())}});
+    view.setSource(QUrl(QStringLiteral("qrc:/qml/Fadewell/Onboarding/OnboardingView.qml")));
+    fitToContent(view, std::numeric_limits<int>::max());
+    const auto screen = view.screen()->availableGeometry();
+    view.setPosition(screen.center() - QPoint(view.width() / 2, view.height() / 2));
+    return model;
 }
 
-void OnboardingWindow::fitToContent()
+void OnboardingWindow::aboutToClose()
 {
-    const auto* content = view_->rootObject();
-    const QSize size(qCeil(content->implicitWidth()), qCeil(content->implicitHeight()));
-    view_->setMinimumSize(size);
-    view_->setMaximumSize(size);
-    view_->resize(size);
-}
-
-bool OnboardingWindow::eventFilter(QObject* watched, QEvent* event)
-{
-    if (watched == view_.get() && event->type() == QEvent::Close) {
-        parts_.defaults->set(completedKey, true);
-        // After the window is done with this event.
-        QMetaObject::invokeMethod(
-            this,
-            [this] {
-                if (view_ && !view_->isVisible()) { // Nobody has opened it again meanwhile.
-                    view_.reset();
-                    model_.reset();
-                    emit closed();
-                }
-            },
-            Qt::QueuedConnection);
-    }
-    return QObject::eventFilter(watched, event);
+    parts_.defaults->set(completedKey, true);
 }
 
 } // namespace fadewell

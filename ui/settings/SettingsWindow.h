@@ -1,39 +1,22 @@
 #pragma once
 
 #include "ui/settings/SettingsParts.h"
-
-#include <QObject>
-
-#include <memory>
-
-class QQuickView;
+#include "ui/style/ViewWindow.h"
 
 namespace fadewell {
 
-class SettingsModel;
-
-/// The settings window. Loaded when it is shown, gone when it is closed. [main thread, with a
-/// QGuiApplication]
-class SettingsWindow final : public QObject {
+/// The settings window. [main thread, with a QGuiApplication]
+class SettingsWindow final : public ViewWindow {
     Q_OBJECT
 
 public:
     explicit SettingsWindow(SettingsParts parts);
-    ~SettingsWindow() override;
-
-    /// Opens it, or brings it to the front.
-    void show();
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    std::unique_ptr<QObject> load(QQuickView& view) override;
 
 private:
-    void load();
-    void fitToContent();
-
     SettingsParts parts_;
-    std::unique_ptr<SettingsModel> model_;
-    std::unique_ptr<QQuickView> view_; ///< absent while it is closed; uses `model_`
 };
 
 } // namespace fadewell
