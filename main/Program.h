@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/WindowsParts.h"
 #include "base/Logger.h"
 #include "base/SerialQueue.h"
 #include "control/Diagnostics.h"
@@ -8,7 +9,6 @@
 #include "main/Composition.h"
 #include "main/Options.h"
 #include "main/TerminationSignals.h"
-#include "main/WindowsFactory.h"
 
 #include <QDBusConnection>
 #include <QLockFile>

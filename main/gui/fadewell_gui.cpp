@@ -32,19 +32,7 @@ int runOnDisplay(int argc,
     const QApplication application(argc, argv);
     installLanguage();
     const auto makeWindows = [&options](const WindowsParts& parts) -> std::shared_ptr<AppWindows> {
-        auto windows = std::make_shared<DesktopWindows>(
-            DesktopWindows::Parts{.model = parts.model,
-                                  .mainQueue = parts.mainQueue,
-                                  .workspace = parts.workspace,
-                                  .tappability = parts.tappability,
-                                  .defaults = parts.defaults,
-                                  .loginItem = parts.loginItem,
-                                  .audioAccess = parts.audioAccess,
-                                  .soundServer = parts.soundServer,
-                                  .shortcuts = parts.shortcuts,
-                                  .build = QStringLiteral(FADEWELL_BUILD),
-                                  .diagnostics = parts.diagnostics,
-                                  .quit = parts.quit});
+        auto windows = std::make_shared<DesktopWindows>(parts, QStringLiteral(FADEWELL_BUILD));
         windows->showIcon();
         if (options.isShowing) {
             windows->openMixerAtStart();

@@ -35,8 +35,9 @@ ScrollSteps::Host scrollHost()
 
 } // namespace
 
-DesktopWindows::DesktopWindows(Parts parts)
+DesktopWindows::DesktopWindows(WindowsParts parts, std::optional<QString> build)
     : parts_(std::move(parts))
+    , build_(std::move(build))
     , keys_(parts_.shortcuts ? std::make_unique<LocalKeyFilter>(parts_.shortcuts) : nullptr)
     , systemPages_(std::make_shared<SystemPages>(
           SystemPages::ofSession([this](SystemPage page) { help_.show(page); })))
@@ -85,7 +86,7 @@ void DesktopWindows::openMixerAtStart()
             }
             QObject::connect(
                 &onboarding_,
-                &OnboardingWindow::closed,
+                &ViewWindow::closed,
                 &panel_,
                 [this] { panel_.show(); },
                 Qt::SingleShotConnection);
@@ -149,7 +150,7 @@ SettingsParts DesktopWindows::settingsParts()
     parts.shortcuts = parts_.shortcuts;
     parts.systemPages = systemPages_;
     parts.version = QCoreApplication::applicationVersion();
-    parts.build = parts_.build;
+    parts.build = build_;
     parts.showAbout = [this] {
         about_.show();
     };

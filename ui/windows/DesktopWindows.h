@@ -1,14 +1,7 @@
 #pragma once
 
 #include "app/AppWindows.h"
-#include "app/AudioAccess.h"
-#include "app/LoginItem.h"
-#include "app/MixerModel.h"
-#include "app/Workspace.h"
-#include "audio/SoundServerInfo.h"
-#include "audio/Tappability.h"
-#include "base/SerialQueue.h"
-#include "base/UserDefaults.h"
+#include "app/WindowsParts.h"
 #include "ui/PanelWindow.h"
 #include "ui/about/AboutWindow.h"
 #include "ui/diagnostics/DiagnosticsWindow.h"
@@ -19,30 +12,16 @@
 #include "ui/tray/MissingTrayNotice.h"
 #include "ui/tray/Tray.h"
 
-#include <functional>
 #include <memory>
+#include <optional>
 
 namespace fadewell {
 
 /// Fadewell's windows on this desktop, and its icon in the tray. Needs a QApplication. [main queue]
 class DesktopWindows final : public AppWindows {
 public:
-    struct Parts {
-        std::shared_ptr<MixerModel> model;
-        std::shared_ptr<SerialQueue> mainQueue;
-        std::shared_ptr<Workspace> workspace;
-        std::shared_ptr<Tappability> tappability; ///< may be absent
-        std::shared_ptr<UserDefaults> defaults;
-        std::shared_ptr<LoginItem> loginItem;                    ///< may be absent
-        std::shared_ptr<AudioAccess> audioAccess;                ///< may be absent
-        std::shared_ptr<SoundServerInfo> soundServer;            ///< may be absent
-        std::shared_ptr<shortcuts::KeyboardShortcuts> shortcuts; ///< may be absent
-        std::optional<QString> build;                            ///< the build's number
-        std::function<std::string(bool withNames)> diagnostics;  ///< may be absent
-        std::function<void()> quit;
-    };
-
-    explicit DesktopWindows(Parts parts);
+    /// `build`: the build's number, if it has one.
+    DesktopWindows(WindowsParts parts, std::optional<QString> build);
 
     /// Puts the icon into the tray, unless the user doesn't want it there.
     void showIcon();
@@ -61,7 +40,8 @@ private:
     [[nodiscard]] SettingsParts settingsParts();
     [[nodiscard]] OnboardingParts onboardingParts();
 
-    Parts parts_;
+    WindowsParts parts_;
+    std::optional<QString> build_;
     std::unique_ptr<LocalKeyFilter> keys_; ///< absent without shortcuts
     HelpWindow help_;
     std::shared_ptr<SystemPages> systemPages_;

@@ -28,7 +28,7 @@ struct WindowsParts {
     std::shared_ptr<AudioAccess> audioAccess;                ///< may be absent
     std::shared_ptr<SoundServerInfo> soundServer;            ///< may be absent
     std::shared_ptr<shortcuts::KeyboardShortcuts> shortcuts; ///< may be absent
-    /// Everything that helps to find a fault, as one text.
+    /// Everything that helps to find a fault, as one text; may be absent.
     std::function<std::string(bool withNames)> diagnostics;
     std::function<void()> quit;
 };
