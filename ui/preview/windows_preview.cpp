@@ -1,18 +1,15 @@
 #include "ui/forms/HelpWindow.h"
 #include "ui/onboarding/OnboardingWindow.h"
+#include "ui/preview/PreviewWindow.h"
 #include "ui/preview/WindowsStage.h"
 #include "ui/settings/SettingsWindow.h"
 #include "ui/style/Language.h"
 #include "ui/style/Theme.h"
 
 #include <QGuiApplication>
-#include <QImage>
 #include <QLocale>
-#include <QQuickView>
-#include <QTimer>
 
 #include <CLI/CLI.hpp>
-#include <cstdio>
 #include <map>
 #include <string>
 
@@ -25,8 +22,7 @@ struct Options {
     std::string pane = "general";
     WindowsStage::Situation situation;
     Appearance appearance{};
-    std::string picture; ///< empty: stay open
-    std::vector<std::string> presses;
+    preview::Visit visit;
     std::string language = "en";
 };
 
@@ -44,38 +40,9 @@ void addOptions(CLI::App& app, Options& options)
     app.add_flag("--approval", options.situation.needsApproval, "A login item to be allowed");
     app.add_option("--shortcuts", options.situation.support, "What the desktop offers")
         ->transform(CLI::CheckedTransformer(supports));
-    app.add_flag("--dark", options.appearance.isDark, "Dark colours");
-    app.add_flag("--contrast", options.appearance.isHighContrast, "Strong colours");
-    app.add_flag("--reduce-motion", options.appearance.reduceMotion, "No animation");
-    app.add_option("--text-scale", options.appearance.textScale, "Size of texts")
-        ->check(CLI::Range(0.5, 3.0));
+    preview::addAppearanceOptions(app, options.appearance);
+    preview::addVisitOptions(app, options.visit);
     app.add_option("--language", options.language, "Language of the texts");
-    app.add_option("--press", options.presses, "Object names of what to press first, in order");
-    app.add_option("--picture", options.picture, "Write a picture of the window there and end");
-}
-
-QQuickWindow* window()
-{
-    const auto windows = QGuiApplication::topLevelWindows();
-    return windows.isEmpty() ? nullptr : qobject_cast<QQuickWindow*>(windows.front());
-}
-
-void press(const std::string& name)
-{
-    auto* item = window()->findChild<QObject*>(QString::fromStdString(name));
-    if (item == nullptr || !QMetaObject::invokeMethod(item, "clicked")) {
-        std::fprintf(stderr, "windows_preview: no \"%s\" to press\n", name.c_str());
-    }
-}
-
-void takePicture(const std::string& path)
-{
-    const bool isSaved =
-        window() != nullptr && window()->grabWindow().save(QString::fromStdString(path));
-    if (!isSaved) {
-        std::fprintf(stderr, "windows_preview: can't write %s\n", path.c_str());
-    }
-    QCoreApplication::exit(isSaved ? 0 : 1);
 }
 
 } // namespace
@@ -106,12 +73,6 @@ int main(int argc, char** argv)
     } else {
         settings.show();
     }
-    int delay = 700;
-    for (const auto& name : options.presses) {
-        QTimer::singleShot(delay += 300, [name] { press(name); });
-    }
-    if (!options.picture.empty()) {
-        QTimer::singleShot(delay + 700, [&] { takePicture(options.picture); });
-    }
+    preview::visitLater(options.visit, 700);
     return QCoreApplication::exec();
 }
