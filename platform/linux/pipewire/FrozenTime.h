@@ -2,7 +2,7 @@
 
 #include "base/Clock.h"
 #include "platform/linux/pipewire/Connection.h"
-#include "platform/linux/pipewire/taps/LoopTimer.h"
+#include "platform/linux/pipewire/LoopTimer.h"
 
 #include <memory>
 #include <set>

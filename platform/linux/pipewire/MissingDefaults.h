@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/pipewire/Graph.h"
-#include "platform/linux/pipewire/taps/LoopTimer.h"
+#include "platform/linux/pipewire/LoopTimer.h"
 
 #include <memory>
 

@@ -3,8 +3,8 @@
 #include "audio/AudioTypes.h"
 #include "platform/linux/pipewire/DeviceTable.h"
 #include "platform/linux/pipewire/Graph.h"
+#include "platform/linux/pipewire/LoopTimer.h"
 #include "platform/linux/pipewire/taps/Lobby.h"
-#include "platform/linux/pipewire/taps/LoopTimer.h"
 #include "platform/linux/pipewire/taps/TapRouter.h"
 
 #include <cstdint>

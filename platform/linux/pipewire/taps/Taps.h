@@ -12,7 +12,7 @@
 #include "platform/linux/pipewire/PropertyValue.h"
 #include "platform/linux/pipewire/StreamObserver.h"
 #include "platform/linux/pipewire/taps/LeftoverTaps.h"
-#include "platform/linux/pipewire/taps/LoopTimer.h"
+#include "platform/linux/pipewire/LoopTimer.h"
 #include "platform/linux/pipewire/taps/RetiredTaps.h"
 #include "platform/linux/pipewire/taps/StandingTap.h"
 #include "platform/linux/pipewire/taps/StartLevel.h"
