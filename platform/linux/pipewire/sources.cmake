@@ -25,6 +25,8 @@ set(fadewell_pipewire_sources
     pipewire/taps/Lobby.cpp
     pipewire/taps/LeftoverTaps.cpp
     pipewire/taps/RetiredTaps.cpp
+    pipewire/taps/StandingTaps.cpp
+    pipewire/taps/StartLevels.cpp
     pipewire/taps/Starts.cpp
     pipewire/taps/TapHandover.cpp
     pipewire/taps/TapNames.cpp

@@ -67,14 +67,14 @@ void Taps::restoreStreams()
 /// Takes the streams that live on but that no tap of the engine carries.
 void Taps::retakeStreams()
 {
-    keepOneFree();
+    standing_.keepOneFree();
     for (const auto& [id, node] : graph_.nodes()) {
         if (announced_.contains(id) || !processes_.isTappable(id) || !router_.canMove(id)) {
             continue;
         }
         const auto owner = ownerOf(node);
-        const auto level = owner && !tapFor(*owner) ? startLevel(owner->appID) : std::nullopt;
-        auto* standing = level ? standingFor(*level, id) : nullptr;
+        const auto level = owner && !tapFor(*owner) ? levels_.of(owner->appID) : std::nullopt;
+        const auto* standing = level ? standing_.forApp(*level, id) : nullptr;
         if (standing) {
             announced_.emplace(id, *owner);
             router_.attach(id, standing->id, standing->streams->name());
@@ -111,17 +111,15 @@ void Taps::relink()
             replace(id, tap.streams, std::move(old));
         }
     }
-    for (auto& standing : standing_) {
+    for (const auto& standing : standing_.all()) {
         if (isDue(standing->id, standing->streams.get())) {
-            auto old = std::exchange(standing->streams,
-                                     newStreams(standingTitle, standing->output, false));
+            auto old = std::exchange(standing->streams, newStandingStreams(standing->output));
             replace(standing->id, standing->streams, std::move(old));
-            standing->streams->onChanged([this] { starts_.advance(); });
         }
     }
     if (isSettled || relinkTicks_ >= mostTicks) {
         relinkTimer_.setInterval(0);
-        keepOneFree();
+        standing_.keepOneFree();
     }
 }
 

@@ -1,7 +1,6 @@
 // Keeps apps from being heard wrong before their path stands.
 
 #include "platform/linux/pipewire/StreamRules.h"
-#include "platform/linux/pipewire/StreamTargets.h"
 #include "platform/linux/pipewire/taps/Taps.h"
 
 #include <algorithm>
@@ -19,55 +18,46 @@ std::uint32_t clientOf(const GraphNode& node)
 
 } // namespace
 
+StandingTaps::Host Taps::standingHost()
+{
+    StandingTaps::Host host;
+    host.makeStreams = [this](const std::string& output) {
+        return newStandingStreams(output);
+    };
+    host.retire = [this](AudioObjectID tap, std::unique_ptr<TapStreams> streams) {
+        retire(tap, std::move(streams));
+    };
+    host.isExpected = [this](const std::string& appID) {
+        return isExpected(appID);
+    };
+    host.isCapturePermitted = [this] {
+        return isCapturePermitted();
+    };
+    return host;
+}
+
 void Taps::setGatedApps(std::vector<GatedApp> apps)
 {
     const Connection::Lock lock(connection_);
-    gated_.clear();
-    for (auto& app : apps) {
-        const auto id = app.appID;
-        gated_.emplace(id, std::move(app));
-    }
-    updateStanding();
+    levels_.setGatedApps(std::move(apps));
+    standing_.followLevels();
 }
 
 void Taps::setLoweredStarts(std::optional<LoweredStarts> lowered)
 {
     const Connection::Lock lock(connection_);
-    lowered_ = std::move(lowered);
-    updateStanding();
-}
-
-void Taps::updateStanding()
-{
-    std::erase_if(standing_, [this](const auto& standing) {
-        const auto level = startLevel(standing->appID);
-        if (level) {
-            standing->standIn->setGain(level->gain);
-            standing->standIn->setDuck(level->duck);
-            const auto streams = router_.attachedTo(standing->id);
-            send(*standing, outputFor(*level, streams.empty() ? SPA_ID_INVALID : *streams.begin()));
-        } else if (!standing->appID.empty()) {
-            dismiss(*standing);
-        }
-        return !level && !standing->appID.empty();
-    });
-    keepOneFree();
+    levels_.setLoweredStarts(std::move(lowered));
+    standing_.followLevels();
 }
 
 void Taps::followDevices()
 {
-    for (const auto& standing : standing_) {
-        const auto level = startLevel(standing->appID);
-        const auto* output = level && level->outputDeviceUID ? &*level->outputDeviceUID : nullptr;
-        if (output && devices_.deviceForNodeName(*output)) {
-            send(*standing, *output);
-        }
-    }
+    standing_.followDevices();
 }
 
 void Taps::clientChanged(const GraphClient& client)
 {
-    if (!isGateClosed() && taps_.empty()) {
+    if (!levels_.isAny() && taps_.empty()) {
         return;
     }
     const auto owner = processes_.ownerOf(client);
@@ -81,9 +71,9 @@ void Taps::clientChanged(const GraphClient& client)
         starts_.expectPulseStream();
     }
     const auto level =
-        isNew && !tapFor({owner->process, owner->appID}) ? startLevel(owner->appID) : std::nullopt;
+        isNew && !tapFor({owner->process, owner->appID}) ? levels_.of(owner->appID) : std::nullopt;
     if (level) {
-        standingFor(*level, SPA_ID_INVALID); // Awake by the time that its stream comes.
+        standing_.forApp(*level, SPA_ID_INVALID); // Awake by the time that its stream comes.
     }
     for (const auto& [id, node] : graph_.nodes()) {
         if (clientOf(node) == client.id && !node.hasInfo) {
@@ -118,12 +108,7 @@ void Taps::nodeChanged(const GraphNode& node)
 
 void Taps::linkChanged(const GraphLink& /*link*/)
 {
-    for (const auto& standing : standing_) {
-        const bool mayRest = standing->appID.empty() && isLinked(*standing);
-        if (mayRest && !std::exchange(standing->isAsleep, true)) {
-            standing->streams->setAsleep(true);
-        }
-    }
+    standing_.followLinks();
     starts_.advance();
 }
 
@@ -181,10 +166,10 @@ std::optional<Starts::Target> Taps::startTarget(std::uint32_t node)
         const bool isReady = tap->streams->isReady() && playsOn(*tap, tap->output);
         return Starts::Target{tap->id, tap->streams->name(), isReady};
     }
-    const auto level = startLevel(announced->second.appID);
-    auto* standing = level ? standingFor(*level, node) : nullptr;
+    const auto level = levels_.of(announced->second.appID);
+    const auto* standing = level ? standing_.forApp(*level, node) : nullptr;
     return standing ? std::optional(Starts::Target{
-                          standing->id, standing->streams->name(), isLinked(*standing)})
+                          standing->id, standing->streams->name(), standing_.isLinked(*standing)})
                     : std::nullopt;
 }
 
@@ -193,10 +178,17 @@ bool Taps::carries(const TapObject& tap)
     return tap.streams && tap.takesStreams() && (tap.activeProcedure != 0 || tap.standIn);
 }
 
+bool Taps::isExpected(const std::string& appID) const
+{
+    return std::any_of(announced_.begin(), announced_.end(), [&](const auto& entry) {
+        return entry.second.appID == appID;
+    });
+}
+
 bool Taps::isConcerned(const std::string& appID) const
 {
     return !appID.empty() &&
-           (startLevel(appID) || std::any_of(taps_.begin(), taps_.end(), [&](const auto& entry) {
+           (levels_.of(appID) || std::any_of(taps_.begin(), taps_.end(), [&](const auto& entry) {
                 return carries(entry.second) && appOf(entry.second) == appID;
             }));
 }
@@ -211,116 +203,12 @@ std::string Taps::appOf(const TapObject& tap) const
     return {};
 }
 
-/// Absent for an app that sounds right by itself: at full level, on the output that it would play
-/// on.
-std::optional<StartLevel> Taps::startLevel(const std::string& appID) const
-{
-    StartLevel level{appID};
-    if (lowered_ && !appID.empty() && !lowered_->exempt.contains(appID)) {
-        level.duck = lowered_->duck;
-    }
-    if (const auto found = gated_.find(appID); found != gated_.end()) {
-        level.gain = found->second.gain;
-        level.outputDeviceUID = found->second.outputDeviceUID;
-    }
-    const auto& output = level.outputDeviceUID;
-    const bool isRerouted =
-        output && *output != devices_.defaultSinkName() && devices_.deviceForNodeName(*output);
-    return level.gain != 1.0 || level.duck != 1.0 || isRerouted ? std::optional(std::move(level))
-                                                                : std::nullopt;
-}
-
-std::string Taps::outputFor(const StartLevel& level, std::uint32_t node) const
-{
-    if (level.outputDeviceUID && devices_.deviceForNodeName(*level.outputDeviceUID)) {
-        return *level.outputDeviceUID;
-    }
-    const auto* stream = graph_.node(node);
-    auto own = router_.ownTarget(node);
-    if (!own && stream) {
-        own = currentTarget(graph_, *stream);
-    }
-    const auto* sink = own && !own->empty() ? targetNode(graph_, *own) : nullptr;
-    return sink ? text(sink->props, PW_KEY_NODE_NAME) : std::string();
-}
-
-bool Taps::isLinked(const StandingTap& standing) const
-{
-    const auto& name = standing.output.empty() ? devices_.defaultSinkName() : standing.output;
-    const auto* sink = graph_.nodeNamed(name);
-    return sink && standing.streams->isReady() &&
-           !graph_.linksBetween(standing.streams->outputNode(), sink->id).empty();
-}
-
-StandingTap* Taps::standingFor(const StartLevel& level, std::uint32_t node)
-{
-    const auto find = [this](const std::string& appID) {
-        return std::find_if(standing_.begin(), standing_.end(), [&](const auto& standing) {
-            return standing->appID == appID;
-        });
-    };
-    auto found = find(level.appID);
-    if (found == standing_.end()) {
-        found = find({});
-        if (found == standing_.end()) {
-            makeStanding();
-            found = find({});
-        }
-        if (found == standing_.end()) {
-            return nullptr;
-        }
-        auto& standing = **found;
-        standing.appID = level.appID;
-        if (std::exchange(standing.isAsleep, false)) {
-            standing.streams->setAsleep(false);
-        }
-        // Its ramp begins with its sound: a silent stand-in isn't called.
-        standing.standIn =
-            std::make_unique<StandIn>(level.gain, 1.0, standing.streams->sampleRate());
-        standing.standIn->setDuck(level.duck);
-        standing.streams->render().setProcedure(standing.standIn->procedure());
-        refillTimer_.setInterval(refillSeconds);
-    }
-    send(**found, outputFor(level, node));
-    return found->get();
-}
-
-void Taps::send(StandingTap& standing, const std::string& output)
-{
-    const auto node = standing.streams->outputNode();
-    const auto value = output.empty() ? std::nullopt : std::optional(output);
-    // What a session manager is told while it starts may be lost.
-    const bool isLost = !output.empty() && graph_.metadataValue(node, "target.object") != value;
-    if ((standing.output == output && !isLost) || node == SPA_ID_INVALID) {
-        return;
-    }
-    if (graph_.setMetadata(node, "target.object", "", value) >= 0) {
-        standing.output = output;
-    }
-}
-
-/// A stream's own output is often told after the stream was sent to its standing tap.
-void Taps::followOwnTarget(std::uint32_t node)
-{
-    for (const auto& standing : standing_) {
-        const auto level = startLevel(standing->appID);
-        if (level && router_.tapOf(node) == standing->id) {
-            send(*standing, outputFor(*level, node));
-        }
-    }
-}
-
 bool Taps::adopt(TapObject& tap, const std::string& output)
 {
-    const auto app = appOf(tap);
-    const auto found = std::find_if(standing_.begin(), standing_.end(), [&](const auto& standing) {
-        return standing->appID == app;
-    });
-    if (app.empty() || !tap.takesStreams() || found == standing_.end()) {
+    auto standing = tap.takesStreams() ? standing_.take(appOf(tap)) : nullptr;
+    if (!standing) {
         return false;
     }
-    const auto standing = std::move(*found);
-    standing_.erase(found);
     tap.streams = std::move(standing->streams);
     tap.standIn = std::move(standing->standIn);
     tap.streams->onChanged([this, id = tap.id] { streamsChanged(id); });
@@ -335,7 +223,7 @@ void Taps::setStandIn(TapObject& tap, ProcedureObject& previous)
     if (!tap.streams) {
         return;
     }
-    const auto level = tap.takesStreams() ? startLevel(appOf(tap)) : std::nullopt;
+    const auto level = tap.takesStreams() ? levels_.of(appOf(tap)) : std::nullopt;
     auto standIn =
         level ? std::make_unique<StandIn>(level->gain, level->duck, tap.streams->sampleRate())
               : nullptr;
@@ -355,7 +243,7 @@ void Taps::setStandIn(TapObject& tap, ProcedureObject& previous)
 bool Taps::standBy(TapObject& tap)
 {
     const auto app = appOf(tap);
-    if (!tap.streams || !tap.standIn || !startLevel(app) || !isCapturePermitted() ||
+    if (!tap.streams || !tap.standIn || !levels_.of(app) || !isCapturePermitted() ||
         router_.attachedTo(tap.id).empty())
     {
         return false;
@@ -368,46 +256,8 @@ bool Taps::standBy(TapObject& tap)
     standing->standIn = std::move(tap.standIn);
     standing->streams->onChanged([this] { starts_.advance(); });
     router_.reassign(tap.id, standing->id);
-    standing_.push_back(std::move(standing));
+    standing_.add(std::move(standing));
     return true;
-}
-
-void Taps::dismiss(StandingTap& standing)
-{
-    standing.streams->render().setProcedure(nullptr);
-    standing.streams->synchronise();
-    retired_.add(standing.id, std::move(standing.streams), now());
-    updateTimers();
-}
-
-void Taps::keepOneFree()
-{
-    const auto isUnused = [this](const StandingTap& standing) {
-        const bool isExpected =
-            std::any_of(announced_.begin(), announced_.end(), [&](const auto& entry) {
-                return entry.second.appID == standing.appID;
-            });
-        return !isExpected && router_.attachedTo(standing.id).empty();
-    };
-    int free = 0;
-    std::erase_if(standing_, [&](const auto& standing) {
-        return isUnused(*standing) && (!standing->appID.empty() || !isGateClosed() || ++free > 1);
-    });
-    const bool hasOutput = devices_.defaultOutput() != kAudioObjectUnknown;
-    if (free == 0 && isGateClosed() && hasOutput && graph_.hasMetadata() && isCapturePermitted()) {
-        makeStanding();
-    }
-}
-
-void Taps::makeStanding()
-{
-    auto standing = std::make_unique<StandingTap>();
-    standing->id = ids_.next();
-    standing->streams = newStreams(standingTitle, {}, false);
-    if (standing->streams) {
-        standing->streams->onChanged([this] { starts_.advance(); });
-        standing_.push_back(std::move(standing));
-    }
 }
 
 } // namespace fadewell::pipewire

@@ -38,6 +38,15 @@ Taps::newStreams(const std::string& title, const std::string& output, bool liste
     return TapStreams::create(connection_, options, nullptr);
 }
 
+std::unique_ptr<TapStreams> Taps::newStandingStreams(const std::string& output)
+{
+    auto streams = newStreams("Fadewell standby", output, false);
+    if (streams) {
+        streams->onChanged([this] { starts_.advance(); });
+    }
+    return streams;
+}
+
 void Taps::streamsChanged(AudioObjectID tap)
 {
     listeners_.notify(tap, kAudioTapPropertyFormat);

@@ -36,18 +36,15 @@ Taps::Taps(Graph& graph,
     , leftovers_(graph, ids, journal_)
     , router_(graph, journal_)
     , retired_(graph, router_, [this](const auto& streams) { return isQuietMoment(streams); })
+    , levels_(devices)
     , starts_(graph, router_, devices, ids.next(), [this](auto node) { return startTarget(node); })
+    , standing_(graph, ids, devices, router_, levels_, standingHost())
     , beatTimer_(connection_, [this] { beat(); })
     , retireTimer_(connection_,
                    [this] {
                        retired_.tick(now());
                        updateTimers();
                        connection_.signal();
-                   })
-    , refillTimer_(connection_,
-                   [this] {
-                       refillTimer_.setInterval(0);
-                       keepOneFree();
                    })
     , quietTimer_(connection_,
                   [this] {
@@ -66,12 +63,8 @@ Taps::~Taps()
 {
     const Connection::Lock lock(connection_);
     starts_.clear();
-    gated_.clear();
-    lowered_.reset();
-    for (auto& standing : standing_) {
-        dismiss(*standing);
-    }
-    standing_.clear();
+    levels_.clear();
+    standing_.retireAll();
     for (auto& [id, tap] : taps_) {
         if (tap.streams) {
             tap.streams->render().setProcedure(nullptr);
@@ -88,7 +81,6 @@ Taps::~Taps()
     retired_.clear();
     beatTimer_.setInterval(0);
     retireTimer_.setInterval(0);
-    refillTimer_.setInterval(0);
     quietTimer_.setInterval(0);
     relinkTimer_.setInterval(0);
     processes_.setOwnTarget(nullptr);
@@ -318,9 +310,7 @@ void Taps::nodeRemoved(const GraphNode& node)
 {
     announced_.erase(node.id);
     starts_.forget(node.id);
-    if (!standing_.empty() && !refillTimer_.isRunning()) {
-        refillTimer_.setInterval(refillSeconds);
-    }
+    standing_.streamRemoved();
     router_.forget(node);
     updateLeftover(node.id);
     for (auto& [id, tap] : taps_) {
@@ -343,11 +333,11 @@ void Taps::metadataChanged(std::uint32_t subject,
     }
     if (outcome != TapRouter::Outcome::nothing) {
         processes_.refresh();
-        followOwnTarget(subject);
+        standing_.followStream(subject);
     }
     if (subject == PW_ID_CORE) {
         restoreStreams();
-        keepOneFree();
+        standing_.keepOneFree();
     }
     starts_.advance();
 }
@@ -463,7 +453,12 @@ void Taps::retire(TapObject& tap)
         tap.streams->render().setProcedure(nullptr);
         tap.streams->synchronise();
     }
-    retired_.add(tap.id, std::move(tap.streams), now());
+    retire(tap.id, std::move(tap.streams));
+}
+
+void Taps::retire(AudioObjectID tap, std::unique_ptr<TapStreams> streams)
+{
+    retired_.add(tap, std::move(streams), now());
     updateTimers();
 }
 

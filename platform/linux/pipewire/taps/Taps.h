@@ -7,15 +7,15 @@
 #include "platform/linux/pipewire/Graph.h"
 #include "platform/linux/pipewire/GraphObserver.h"
 #include "platform/linux/pipewire/ListenerTable.h"
+#include "platform/linux/pipewire/LoopTimer.h"
 #include "platform/linux/pipewire/ObjectIDs.h"
 #include "platform/linux/pipewire/ProcessTable.h"
 #include "platform/linux/pipewire/PropertyValue.h"
 #include "platform/linux/pipewire/StreamObserver.h"
 #include "platform/linux/pipewire/taps/LeftoverTaps.h"
-#include "platform/linux/pipewire/LoopTimer.h"
 #include "platform/linux/pipewire/taps/RetiredTaps.h"
-#include "platform/linux/pipewire/taps/StandingTap.h"
-#include "platform/linux/pipewire/taps/StartLevel.h"
+#include "platform/linux/pipewire/taps/StandingTaps.h"
+#include "platform/linux/pipewire/taps/StartLevels.h"
 #include "platform/linux/pipewire/taps/Starts.h"
 #include "platform/linux/pipewire/taps/TapObjects.h"
 #include "platform/linux/pipewire/taps/TapRouter.h"
@@ -122,43 +122,31 @@ private:
     void disarm(TapObject& tap, ProcedureObject& object);
     void retarget(TapObject& tap, const std::string& output);
     void retire(TapObject& tap);
+    void retire(AudioObjectID tap, std::unique_ptr<TapStreams> streams);
     void updateLeftover(std::uint32_t node);
-
-    /// New nodes hold up the session manager's links: not while an app is on its way.
-    static constexpr double refillSeconds = 0.150;
-
-    static constexpr const char* standingTitle = "Fadewell standby";
 
     // TapPermission.cpp [locked]
     [[nodiscard]] bool isCapturePermitted() const;
     [[nodiscard]] bool askForPermission(); ///< [locked exactly once]
 
     // TapStarts.cpp [locked]
+    [[nodiscard]] StandingTaps::Host standingHost();
     [[nodiscard]] std::optional<Announced> ownerOf(const GraphNode& stream);
     [[nodiscard]] const TapObject* tapFor(const Announced& owner) const;
     void announce(const GraphNode& node);
     [[nodiscard]] std::optional<Starts::Target> startTarget(std::uint32_t node);
     [[nodiscard]] static bool carries(const TapObject& tap);
+    [[nodiscard]] bool isExpected(const std::string& appID) const;
     [[nodiscard]] bool isConcerned(const std::string& appID) const;
     [[nodiscard]] std::string appOf(const TapObject& tap) const;
-    [[nodiscard]] bool isGateClosed() const { return !gated_.empty() || lowered_; }
-    [[nodiscard]] std::optional<StartLevel> startLevel(const std::string& appID) const;
-    [[nodiscard]] std::string outputFor(const StartLevel& level, std::uint32_t node) const;
-    void updateStanding();
-    [[nodiscard]] bool isLinked(const StandingTap& standing) const;
-    StandingTap* standingFor(const StartLevel& level, std::uint32_t node);
-    void send(StandingTap& standing, const std::string& output);
-    void followOwnTarget(std::uint32_t node);
     bool adopt(TapObject& tap, const std::string& output);
     bool standBy(TapObject& tap);
     void setStandIn(TapObject& tap, ProcedureObject& previous);
-    void dismiss(StandingTap& standing);
-    void keepOneFree();
-    void makeStanding();
 
     // TapStreamsControl.cpp [locked]
     [[nodiscard]] std::unique_ptr<TapStreams>
     newStreams(const std::string& title, const std::string& output, bool listensOnly);
+    [[nodiscard]] std::unique_ptr<TapStreams> newStandingStreams(const std::string& output);
     void streamsChanged(AudioObjectID tap);
     bool makeStreams(TapObject& tap, const std::string& output);
     void routeAll();
@@ -212,12 +200,11 @@ private:
     LeftoverTaps leftovers_;
     TapRouter router_;
     RetiredTaps retired_;
+    StartLevels levels_;
     Starts starts_;
-    std::map<std::string, GatedApp> gated_; ///< by app
-    std::optional<LoweredStarts> lowered_;
+    StandingTaps standing_;
     std::map<std::uint32_t, Announced> announced_; ///< by node
     std::map<std::uint32_t, Announced> clients_;   ///< who they are, by client
-    std::vector<std::unique_ptr<StandingTap>> standing_;
     std::map<AudioObjectID, TapObject> taps_;
     std::map<AudioObjectID, AggregateObject> aggregates_;
     std::map<IOProcID, std::unique_ptr<ProcedureObject>> procedures_;
@@ -226,7 +213,6 @@ private:
     bool isRefused_ = false; ///< the server has refused to let us route
     LoopTimer beatTimer_;
     LoopTimer retireTimer_;
-    LoopTimer refillTimer_;
     LoopTimer quietTimer_;
     LoopTimer relinkTimer_;
     int relinkTicks_ = 0;
