@@ -108,6 +108,20 @@ TEST_F(MicrophoneTest, AMutedOneThatIsUnpluggedComesBackMuted)
     }
 }
 
+TEST_F(MicrophoneTest, AMuteThatTheServerNeverTookIsThereAfterItsRestart)
+{
+    signalProgram(soundServer, SIGSTOP);
+    command({"microphone", "off"});
+    std::this_thread::sleep_for(400ms); // until no answer to it is awaited any more
+    endProgram(soundServer, SIGKILL);
+    endProgram(sessionManager);
+    startProgram(soundServer);
+    startProgram(sessionManager);
+    awaitSession();
+    EXPECT_TRUE(await([] { return isOff(microphone); }));
+    EXPECT_TRUE(staysOff(microphone));
+}
+
 TEST_F(MicrophoneTest, AMuteFollowsTheDefaultInput)
 {
     addHeadset();
