@@ -2,6 +2,7 @@
 
 #include "app/AppWindows.h"
 #include "app/AudioAccess.h"
+#include "app/GatherDiagnostics.h"
 #include "app/LoginItem.h"
 #include "app/MixerModel.h"
 #include "app/Workspace.h"
@@ -13,7 +14,6 @@
 
 #include <functional>
 #include <memory>
-#include <string>
 
 namespace fadewell {
 
@@ -28,8 +28,7 @@ struct WindowsParts {
     std::shared_ptr<AudioAccess> audioAccess;                ///< may be absent
     std::shared_ptr<SoundServerInfo> soundServer;            ///< may be absent
     std::shared_ptr<shortcuts::KeyboardShortcuts> shortcuts; ///< may be absent
-    /// Everything that helps to find a fault, as one text; may be absent.
-    std::function<std::string(bool withNames)> diagnostics;
+    GatherDiagnostics diagnostics;                           ///< may be absent
     std::function<void()> quit;
 };
 

@@ -18,6 +18,9 @@ struct BusError {
 /// What a method answers: its out arguments, or why there are none.
 using BusReply = std::variant<QVariantList, BusError>;
 
+/// Takes what a method answers, once; on the main thread.
+using BusAnswer = std::function<void(const BusReply& reply)>;
+
 /// One method of the bus interface.
 struct BusMethod {
     struct Argument {
@@ -30,6 +33,8 @@ struct BusMethod {
     std::vector<Argument> out;
     /// Gets arguments of exactly the types of `in`.
     std::function<BusReply(const QVariantList&)> handle;
+    /// Instead of `handle` where an answer takes a while.
+    std::function<void(const QVariantList&, BusAnswer)> handleLater{};
 };
 
 /// A read-only property of the bus interface.

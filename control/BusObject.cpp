@@ -47,6 +47,13 @@ QString signatureOf(const std::vector<BusMethod::Argument>& arguments)
     return signature;
 }
 
+QDBusMessage messageOf(const QDBusMessage& message, const BusReply& reply)
+{
+    const auto* const error = std::get_if<BusError>(&reply);
+    return error ? message.createErrorReply(error->name, error->message)
+                 : message.createReply(std::get<QVariantList>(reply));
+}
+
 QString argumentXml(const BusMethod::Argument& argument, const char* direction)
 {
     return QString(R"(<arg name="%1" type="%2" direction="%3"/>)")
@@ -122,44 +129,57 @@ bool BusObject::handleMessage(const QDBusMessage& message, const QDBusConnection
 
 void BusObject::answer(const QDBusMessage& message)
 {
-    const auto reply = dispatch(message);
+    if (message.interface() == propertiesInterface) {
+        send(message, property(message));
+    } else if (message.interface().isEmpty() || message.interface() == bus::interface) {
+        call(message);
+    } else {
+        send(message,
+             message.createErrorReply(QDBusError::UnknownInterface,
+                                      "No such interface: " + message.interface().left(128)));
+    }
+}
+
+void BusObject::send(const QDBusMessage& message, const QDBusMessage& reply)
+{
     if (message.isReplyRequired()) {
         connection_.send(reply);
     }
 }
 
-QDBusMessage BusObject::dispatch(const QDBusMessage& message) const
-{
-    if (message.interface() == propertiesInterface) {
-        return property(message);
-    }
-    if (message.interface().isEmpty() || message.interface() == bus::interface) {
-        return call(message);
-    }
-    return message.createErrorReply(QDBusError::UnknownInterface,
-                                    "No such interface: " + message.interface().left(128));
-}
-
-QDBusMessage BusObject::call(const QDBusMessage& message) const
+const BusMethod* BusObject::methodOf(const QDBusMessage& message) const
 {
     const auto method = std::find_if(methods_.begin(), methods_.end(), [&](const auto& candidate) {
         return message.member() == candidate.name;
     });
-    if (method == methods_.end()) {
-        return message.createErrorReply(QDBusError::UnknownMethod,
-                                        "No such method: " + message.member().left(128));
+    return method == methods_.end() ? nullptr : &*method;
+}
+
+void BusObject::call(const QDBusMessage& message)
+{
+    const auto* const method = methodOf(message);
+    if (!method) {
+        return send(message,
+                    message.createErrorReply(QDBusError::UnknownMethod,
+                                             "No such method: " + message.member().left(128)));
     }
     const auto expected = signatureOf(method->in);
     if (message.signature() != expected) {
-        return message.createErrorReply(
-            bus::error::invalidArguments,
-            QString("%1 takes arguments of type \"%2\".").arg(method->name, expected));
+        return send(message,
+                    message.createErrorReply(
+                        bus::error::invalidArguments,
+                        QString("%1 takes arguments of type \"%2\".").arg(method->name, expected)));
     }
-    const auto reply = method->handle(message.arguments());
-    if (const auto* error = std::get_if<BusError>(&reply)) {
-        return message.createErrorReply(error->name, error->message);
+    if (method->handleLater) {
+        method->handleLater(message.arguments(),
+                            [self = QPointer(this), message](const auto& reply) {
+                                if (self) {
+                                    self->send(message, messageOf(message, reply));
+                                }
+                            });
+    } else {
+        send(message, messageOf(message, method->handle(message.arguments())));
     }
-    return message.createReply(std::get<QVariantList>(reply));
 }
 
 QDBusMessage BusObject::property(const QDBusMessage& message) const

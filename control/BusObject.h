@@ -31,8 +31,9 @@ public:
 
 private:
     void answer(const QDBusMessage& message);
-    [[nodiscard]] QDBusMessage dispatch(const QDBusMessage& message) const;
-    [[nodiscard]] QDBusMessage call(const QDBusMessage& message) const;
+    void send(const QDBusMessage& message, const QDBusMessage& reply);
+    void call(const QDBusMessage& message);
+    [[nodiscard]] const BusMethod* methodOf(const QDBusMessage& message) const;
     [[nodiscard]] QDBusMessage property(const QDBusMessage& message) const;
 
     QDBusConnection connection_;

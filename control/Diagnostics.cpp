@@ -6,15 +6,39 @@
 
 namespace fadewell {
 
+std::shared_ptr<Diagnostics> Diagnostics::create(Parts parts)
+{
+    return std::shared_ptr<Diagnostics>(new Diagnostics(std::move(parts)));
+}
+
 Diagnostics::Diagnostics(Parts parts)
     : parts_(std::move(parts))
     , catalog_(parts_.model, parts_.workspace, parts_.tappability)
 {}
 
-std::string Diagnostics::text(bool withNames)
+void Diagnostics::gather(bool withNames, std::function<void(const std::string& text)> done)
 {
     parts_.defaults->flush(); // They are shown as they are on disk.
-    auto facts = DiagnosticsFacts::of(*parts_.inspection, parts_.version + ", running");
+    if (!queue_) {
+        queue_ = parts_.makeQueue("app.fadewell.diagnostics");
+    }
+    queue_->async([weak = weak_from_this(),
+                   mainQueue = parts_.mainQueue,
+                   inspection = parts_.inspection,
+                   version = parts_.version,
+                   withNames,
+                   done = std::move(done)] {
+        auto facts = DiagnosticsFacts::of(*inspection, version + ", running");
+        mainQueue->async([weak, withNames, done, facts = std::move(facts)] {
+            if (const auto self = weak.lock()) {
+                done(self->textOf(facts, withNames));
+            }
+        });
+    });
+}
+
+std::string Diagnostics::textOf(DiagnosticsFacts facts, bool withNames)
+{
     facts.rows = catalog_.shown();
     facts.knownApps = catalog_.known();
     for (const auto& app : parts_.model->callModeSettings.get().excludedApps) {

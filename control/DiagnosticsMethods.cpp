@@ -6,17 +6,19 @@
 
 namespace fadewell {
 
-std::vector<BusMethod> diagnosticsMethods(std::function<std::string(bool withNames)> text)
+std::vector<BusMethod> diagnosticsMethods(GatherDiagnostics gather)
 {
-    return {{"Diagnostics",
-             {{"withNames", "b"}},
-             {{"text", "s"}},
-             [text = std::move(text)](const QVariantList& arguments) -> BusReply {
-                 if (!text) {
-                     return BusError{bus::error::notSupported, "Nothing is gathered here."};
-                 }
-                 return QVariantList{QString::fromStdString(text(arguments[0].toBool()))};
-             }}};
+    BusMethod method{"Diagnostics", {{"withNames", "b"}}, {{"text", "s"}}, {}};
+    method.handleLater = [gather = std::move(gather)](const QVariantList& arguments,
+                                                      const BusAnswer& answer) {
+        if (!gather) {
+            return answer(BusError{bus::error::notSupported, "Nothing is gathered here."});
+        }
+        gather(arguments[0].toBool(), [answer](const std::string& text) {
+            answer(QVariantList{QString::fromStdString(text)});
+        });
+    };
+    return {method};
 }
 
 } // namespace fadewell

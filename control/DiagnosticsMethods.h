@@ -1,16 +1,14 @@
 #pragma once
 
+#include "app/GatherDiagnostics.h"
 #include "control/BusMethod.h"
 
-#include <functional>
-#include <string>
 #include <vector>
 
 namespace fadewell {
 
-/// Everything that helps to find a fault, as one text. `text` may be absent, where nothing is
+/// Everything that helps to find a fault, as one text. `gather` may be absent, where nothing is
 /// gathered.
-[[nodiscard]] std::vector<BusMethod>
-diagnosticsMethods(std::function<std::string(bool withNames)> text);
+[[nodiscard]] std::vector<BusMethod> diagnosticsMethods(GatherDiagnostics gather);
 
 } // namespace fadewell

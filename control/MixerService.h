@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppWindows.h"
+#include "app/GatherDiagnostics.h"
 #include "app/LoginItem.h"
 #include "app/MixerModel.h"
 #include "app/Workspace.h"
@@ -29,8 +30,7 @@ public:
         std::string version;
         std::function<void()> quit;     ///< called on the main queue after the caller was answered
         std::function<void()> reopened; ///< the program was started once more
-        /// Everything that helps to find a fault, as one text; may be absent.
-        std::function<std::string(bool withNames)> diagnostics{};
+        GatherDiagnostics diagnostics{}; ///< may be absent
         /// Opens a window; the token lets it take the keyboard. Empty where there is no display.
         std::function<void(AppWindow window, const QString& activationToken)> show{};
     };

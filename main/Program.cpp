@@ -125,20 +125,21 @@ bool Program::compose()
     }
     composition_ =
         std::make_unique<Composition>(std::move(*platform), mainQueue_, clock, makeQueue);
-    makeDiagnostics();
+    makeDiagnostics(makeQueue);
     return true;
 }
 
-void Program::makeDiagnostics()
+void Program::makeDiagnostics(const QueueFactory& makeQueue)
 {
     const auto& platform = composition_->platform();
-    diagnostics_ =
-        std::make_unique<Diagnostics>(Diagnostics::Parts{.model = composition_->model(),
-                                                         .workspace = platform.workspace,
-                                                         .tappability = platform.tappability,
-                                                         .defaults = platform.defaults,
-                                                         .inspection = platform.inspection,
-                                                         .version = FADEWELL_VERSION});
+    diagnostics_ = Diagnostics::create({.model = composition_->model(),
+                                        .mainQueue = mainQueue_,
+                                        .workspace = platform.workspace,
+                                        .tappability = platform.tappability,
+                                        .defaults = platform.defaults,
+                                        .inspection = platform.inspection,
+                                        .version = FADEWELL_VERSION,
+                                        .makeQueue = makeQueue});
 }
 
 std::optional<int> Program::goOnBus()
@@ -170,8 +171,8 @@ MixerService::Parts Program::serviceParts()
         return AudioPermission::check(*hardware);
     };
     parts.version = FADEWELL_VERSION;
-    parts.diagnostics = [this](bool withNames) {
-        return diagnostics_->text(withNames);
+    parts.diagnostics = [this](bool withNames, auto done) {
+        diagnostics_->gather(withNames, std::move(done));
     };
     parts.quit = [] {
         QCoreApplication::quit();
@@ -204,8 +205,8 @@ void Program::makeWindows()
     parts.audioAccess = composition_->audioAccess();
     parts.soundServer = platform.soundServer;
     parts.shortcuts = composition_->shortcuts();
-    parts.diagnostics = [this](bool withNames) {
-        return diagnostics_->text(withNames);
+    parts.diagnostics = [this](bool withNames, auto done) {
+        diagnostics_->gather(withNames, std::move(done));
     };
     parts.quit = [] {
         QCoreApplication::quit();

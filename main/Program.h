@@ -38,7 +38,7 @@ private:
     [[nodiscard]] std::optional<int> goOnBus();
     [[nodiscard]] int tellOther();
     [[nodiscard]] MixerService::Parts serviceParts();
-    void makeDiagnostics();
+    void makeDiagnostics(const QueueFactory& makeQueue);
     void makeWindows();
     void showWindow(AppWindow window, const QString& activationToken);
     void launch();
@@ -52,7 +52,7 @@ private:
     std::unique_ptr<QLockFile> lock_; ///< only without a session bus
     std::shared_ptr<SerialQueue> mainQueue_;
     std::unique_ptr<Composition> composition_;
-    std::unique_ptr<Diagnostics> diagnostics_;
+    std::shared_ptr<Diagnostics> diagnostics_;
     std::unique_ptr<MixerService> service_;
     WindowsFactory windowsFactory_;
     std::shared_ptr<AppWindows> windows_; ///< absent without a display

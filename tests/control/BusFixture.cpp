@@ -44,8 +44,9 @@ void BusFixture::SetUp()
                             .quit = [this] { ++quits; },
                             .reopened = [this] { ++reopens; },
                             .diagnostics =
-                                [](bool withNames) {
-                                    return std::string(withNames ? "names\n" : "no names\n");
+                                [this](bool withNames, auto done) {
+                                    const char* text = withNames ? "names\n" : "no names\n";
+                                    queue->async([=] { done(text); });
                                 }});
     ASSERT_TRUE(service->publish());
     ASSERT_EQ(InstanceClaim(connection).claim(), InstanceClaim::Outcome::claimed);

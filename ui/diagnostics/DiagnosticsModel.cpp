@@ -16,7 +16,24 @@ DiagnosticsModel::DiagnosticsModel(DiagnosticsParts parts)
 
 void DiagnosticsModel::gather()
 {
-    text_ = QString::fromStdString(parts_.gather(!leavesOutNames_));
+    text_.clear(); // Nothing with names can be copied once they are to be left out.
+    isGathering_ = true;
+    setStatus(tr("Gathering…"));
+    parts_.gather(!leavesOutNames_,
+                  [self = QPointer(this), leavesOut = leavesOutNames_](const std::string& text) {
+                      if (self) {
+                          self->take(text, leavesOut);
+                      }
+                  });
+}
+
+void DiagnosticsModel::take(const std::string& text, bool leavesOutNames)
+{
+    if (isGathering_ && leavesOutNames == leavesOutNames_) {
+        isGathering_ = false;
+        text_ = QString::fromStdString(text);
+        setStatus({});
+    }
 }
 
 void DiagnosticsModel::setLeavesOutNames(bool leavesOut)
@@ -24,7 +41,6 @@ void DiagnosticsModel::setLeavesOutNames(bool leavesOut)
     if (leavesOut != leavesOutNames_) {
         leavesOutNames_ = leavesOut;
         gather();
-        setStatus({});
     }
 }
 

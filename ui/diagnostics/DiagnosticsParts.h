@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/GatherDiagnostics.h"
+
 #include <QString>
 
 #include <functional>
@@ -10,8 +12,7 @@ namespace fadewell {
 
 /// What the diagnostics window stands on.
 struct DiagnosticsParts {
-    /// Everything that helps to find a fault, as one text; may take a moment.
-    std::function<std::string(bool withNames)> gather;
+    GatherDiagnostics gather;
     std::function<void(const QString& text)> copy; ///< to the clipboard
     /// Asks where to save; answers the file's path later, or never when the user thinks better.
     std::function<void(std::function<void(const QString& path)> chosen)> chooseFile;

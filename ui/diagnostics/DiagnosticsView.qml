@@ -146,11 +146,13 @@ Rectangle {
                 id: copyButton
 
                 name: qsTr("Copy")
+                enabled: !root.diagnostics.isGathering
                 onClicked: root.diagnostics.copy()
             }
 
             PushButton {
                 name: qsTr("Save…")
+                enabled: !root.diagnostics.isGathering
                 onClicked: root.diagnostics.save()
             }
         }

@@ -19,7 +19,7 @@ extern void qml_register_types_Fadewell_Diagnostics();
 
 namespace fadewell {
 
-DiagnosticsWindow::DiagnosticsWindow(std::function<std::string(bool withNames)> gather)
+DiagnosticsWindow::DiagnosticsWindow(GatherDiagnostics gather)
     : gather_(std::move(gather))
 {}
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "app/GatherDiagnostics.h"
 #include "ui/style/ViewWindow.h"
 
 #include <functional>
 #include <memory>
-#include <string>
 
 namespace fadewell {
 
@@ -14,7 +14,7 @@ class DiagnosticsWindow final : public ViewWindow {
     Q_OBJECT
 
 public:
-    explicit DiagnosticsWindow(std::function<std::string(bool withNames)> gather);
+    explicit DiagnosticsWindow(GatherDiagnostics gather);
 
 protected:
     std::unique_ptr<QObject> load(QQuickView& view) override;
@@ -22,7 +22,7 @@ protected:
 private:
     void chooseFile(std::function<void(const QString& path)> chosen);
 
-    std::function<std::string(bool withNames)> gather_;
+    GatherDiagnostics gather_;
 };
 
 } // namespace fadewell

@@ -687,6 +687,10 @@
 <context>
     <name>fadewell::DiagnosticsModel</name>
     <message>
+        <source>Gathering…</source>
+        <translation>جارٍ الجمع…</translation>
+    </message>
+    <message>
         <source>Copied</source>
         <translation>تم النسخ</translation>
     </message>

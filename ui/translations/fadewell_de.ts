@@ -687,6 +687,10 @@
 <context>
     <name>fadewell::DiagnosticsModel</name>
     <message>
+        <source>Gathering…</source>
+        <translation>Wird gesammelt …</translation>
+    </message>
+    <message>
         <source>Copied</source>
         <translation>Kopiert</translation>
     </message>

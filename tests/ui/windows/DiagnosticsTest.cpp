@@ -14,12 +14,14 @@ TEST(DiagnosticsTest, NamesAreLeftOutUntilTheyAreWantedAndWhatIsShownIsWhatLeave
 {
     const QTemporaryDir folder;
     std::vector<bool> gathered;
+    std::vector<std::function<void()>> answers; // as late as the test likes
     QString copied;
     std::function<void(const QString&)> chosen;
     DiagnosticsModel model({.gather =
-                                [&](bool withNames) {
+                                [&](bool withNames, auto done) {
                                     gathered.push_back(withNames);
-                                    return std::string(withNames ? "Firefox 40 %" : "app 1 40 %");
+                                    answers.push_back(
+                                        [=] { done(withNames ? "Firefox 40 %" : "app 1 40 %"); });
                                 },
                             .copy = [&](const QString& text) { copied = text; },
                             .chooseFile =
@@ -27,6 +29,10 @@ TEST(DiagnosticsTest, NamesAreLeftOutUntilTheyAreWantedAndWhatIsShownIsWhatLeave
                                     chosen = then;
                                 }});
     EXPECT_TRUE(model.leavesOutNames());
+    EXPECT_TRUE(model.isGathering());
+    EXPECT_EQ(model.text(), "");
+    answers[0]();
+    EXPECT_FALSE(model.isGathering());
     EXPECT_EQ(model.text(), "app 1 40 %");
     model.copy();
     EXPECT_EQ(copied, "app 1 40 %");
@@ -34,6 +40,9 @@ TEST(DiagnosticsTest, NamesAreLeftOutUntilTheyAreWantedAndWhatIsShownIsWhatLeave
 
     model.save();
     model.setLeavesOutNames(false); // While the question for the file is open.
+    EXPECT_EQ(model.status(), "Gathering…");
+    EXPECT_EQ(model.text(), "");
+    answers[1]();
     EXPECT_EQ(model.status(), "");
     EXPECT_EQ(model.text(), "Firefox 40 %");
     chosen(folder.filePath("a.txt"));
@@ -47,6 +56,14 @@ TEST(DiagnosticsTest, NamesAreLeftOutUntilTheyAreWantedAndWhatIsShownIsWhatLeave
         << model.status().toStdString();
     model.setLeavesOutNames(false);
     EXPECT_THAT(gathered, ElementsAre(false, true)) << "gathered again without a reason";
+
+    model.setLeavesOutNames(true);
+    model.setLeavesOutNames(false);
+    model.setLeavesOutNames(true);
+    answers[3]();
+    EXPECT_EQ(model.text(), "") << "names that are not wanted any more";
+    answers[4]();
+    EXPECT_EQ(model.text(), "app 1 40 %");
 }
 
 TEST(DiagnosticsTest, AFileChosenAfterTheWindowHasGoneIsNotWritten)
@@ -54,7 +71,7 @@ TEST(DiagnosticsTest, AFileChosenAfterTheWindowHasGoneIsNotWritten)
     const QTemporaryDir folder;
     std::function<void(const QString&)> chosen;
     {
-        DiagnosticsModel model({.gather = [](bool) { return std::string("text"); },
+        DiagnosticsModel model({.gather = [](bool, auto done) { done("text"); },
                                 .copy = {},
                                 .chooseFile =
                                     [&](auto then) {
