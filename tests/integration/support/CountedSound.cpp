@@ -67,7 +67,11 @@ CountedCheck CountedSound::check(const Sound& sound, double gain) const
         }
         ++check.heard;
         check.changed += sound.left[i] == sampleOf(*number) && sound.right[i] == level ? 0 : 1;
-        check.wrong += std::abs(sound.right[i] / level - gain) > tolerance * gain ? 1 : 0;
+        const double heard = sound.right[i] / level;
+        if (std::abs(heard - gain) > tolerance * gain && check.wrong++ == 0) {
+            check.wrongAt = *number;
+            check.wrongGain = heard;
+        }
         next = *number + 1;
         silence = 0;
     }

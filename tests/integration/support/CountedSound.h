@@ -15,6 +15,8 @@ struct CountedCheck {
     std::size_t heard = 0;
     std::size_t changed = 0; ///< heard otherwise than written, in any bit
     std::size_t wrong = 0;   ///< heard at another gain than the chosen one
+    std::size_t wrongAt = 0; ///< the number of the first such frame
+    double wrongGain = 0;    ///< how it was heard instead, as a factor
     std::size_t head = 0;    ///< missing at its beginning
     std::size_t inside = 0;  ///< missing or repeated in the middle
     std::size_t tail = 0;    ///< missing at its end

@@ -46,6 +46,10 @@ void StartTally::add(const CountedCheck& check)
         ++unheard_;
         return;
     }
+    if (check.wrong > 0 && firstWrong_.empty()) {
+        firstWrong_ =
+            fmt::format(" (heard at {:.3f} from frame {})", check.wrongGain, check.wrongAt);
+    }
     wrong_.add(check.wrong);
     head_.add(check.head);
     inside_.add(check.inside);
@@ -67,6 +71,7 @@ void StartTally::add(const StartTally& more)
     {
         (this->*loss).add(more.*loss);
     }
+    firstWrong_ = firstWrong_.empty() ? more.firstWrong_ : firstWrong_;
     longestDelay_ = std::max(longestDelay_, more.longestDelay_);
 }
 
@@ -108,7 +113,7 @@ std::string StartTally::heading()
 
 std::string StartTally::line() const
 {
-    return fmt::format("{:>5} {:>5} {:>9} {:>5} {:>9} {:>9} {:>9} {:>9} {:>9.0f} ms",
+    return fmt::format("{:>5} {:>5} {:>9} {:>5} {:>9} {:>9} {:>9} {:>9} {:>9.0f} ms{}",
                        count_,
                        unmeasured_,
                        wrong_.text(),
@@ -117,7 +122,8 @@ std::string StartTally::line() const
                        inside_.text(),
                        tail_.text(),
                        zeros_.text(),
-                       longestDelay_);
+                       longestDelay_,
+                       firstWrong_);
 }
 
 } // namespace fadewell::integration

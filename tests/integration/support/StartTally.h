@@ -41,6 +41,7 @@ private:
     std::size_t unmeasured_ = 0; ///< the recording had gaps each time
     std::size_t unheard_ = 0;
     Loss wrong_;
+    std::string firstWrong_; ///< for people
     Loss head_;
     Loss inside_;
     Loss tail_;
