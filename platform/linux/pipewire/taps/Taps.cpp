@@ -362,6 +362,7 @@ void Taps::metadataAvailable(bool isAvailable)
 
 void Taps::disconnected()
 {
+    clients_.clear(); // The next server gives their numbers to others.
     dropStreams();
 }
 
