@@ -7,12 +7,23 @@
 #include <utility>
 
 namespace fadewell::pipewire {
+namespace {
+
+// Stands in while there is no output, and goes because there is one: nobody waits for it.
+constexpr auto dummyOutput = "auto_null";
+
+} // namespace
 
 void DeviceTable::nodeRemoved(const GraphNode& node)
 {
     const std::string uid = pipewire::text(node.props, PW_KEY_NODE_NAME);
     const auto device = deviceForNodeName(uid);
     if (!device || devices_.at(*device).node != node.id) {
+        return;
+    }
+    if (uid == dummyOutput) {
+        freeze(*device, 0);
+        thaw();
         return;
     }
     freeze(*device, frozen_.start());

@@ -170,6 +170,18 @@ TEST_F(FrozenMirrorTest, TheDefaultStaysWithItsDeviceAndThenFollowsTheSession)
     EXPECT_EQ(takeHeard(), "dOutpdv#");
 }
 
+TEST_F(FrozenMirrorTest, NobodyWaitsForTheDummyThatStoodInForAnOutput)
+{
+    sinkNode(40, "auto_null");
+    nameDefault("auto_null");
+    EXPECT_EQ(devices.defaultOutput(), ids.forDevice("auto_null"));
+    takeHeard();
+    feed.remove(40);
+    EXPECT_EQ(takeHeard(), "dev#dOutpdv#");
+    nameDefault("speakers");
+    EXPECT_EQ(devices.defaultOutput(), device);
+}
+
 TEST_F(FrozenMirrorTest, WhoseProcessHasEndedOrIsNewIsToldAtOnce)
 {
     feed.removeMetadata();
