@@ -95,5 +95,18 @@ TEST_F(LifecycleTest, WhatIsRememberedOutlivesThePlayerAndFadewell)
     expectGain(*speakers_, 0);
 }
 
+TEST_F(LifecycleTest, DiagnosticsTellWhatThisProgramKnows)
+{
+    const auto player = playTone("mpv");
+    command({"volume", appOf(player), "40%"});
+    const auto named = Fadewell::control({"diagnostics"}).output;
+    for (const char* const part : {", running", "40%", "mpv", "Tapping mpv on speakers"}) {
+        EXPECT_PRED_FORMAT2(IsSubstring, part, named);
+    }
+    const auto unnamed = Fadewell::control({"diagnostics", "--without-names"}).output;
+    EXPECT_PRED_FORMAT2(IsSubstring, "app 1", unnamed);
+    EXPECT_EQ(unnamed.find("mpv"), std::string::npos) << unnamed;
+}
+
 } // namespace
 } // namespace fadewell::integration
