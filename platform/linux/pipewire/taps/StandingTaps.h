@@ -26,7 +26,7 @@ public:
         std::function<std::unique_ptr<TapStreams>(const std::string& output)> makeStreams;
         /// Takes streams that no procedure uses any more.
         std::function<void(AudioObjectID tap, std::unique_ptr<TapStreams> streams)> retire;
-        /// Whether a stream of the app was announced.
+        /// Whether a stream of the app was announced that is in no tap yet.
         std::function<bool(const std::string& appID)> isExpected;
         std::function<bool()> isCapturePermitted;
     };

@@ -181,7 +181,8 @@ bool Taps::carries(const TapObject& tap)
 bool Taps::isExpected(const std::string& appID) const
 {
     return std::any_of(announced_.begin(), announced_.end(), [&](const auto& entry) {
-        return entry.second.appID == appID;
+        const auto& [node, owner] = entry;
+        return owner.appID == appID && (starts_.isUnderWay(node) || router_.tapOf(node) == 0);
     });
 }
 
