@@ -197,10 +197,27 @@ void DeviceTable::follow(AudioObjectID object, const GraphNode& node)
     {
         return;
     }
+    if (putRight(object, found->second, node)) {
+        return;
+    }
     found->second.toldBefore.reset();
     NodeVolume& written = found->second.volume;
     written.channels = written.channels.empty() ? written.channels : volume.channels;
     written.isMuted = written.hasMute && volume.isMuted;
+}
+
+/// The session manager recalls what it saved of a device that comes back, which may be from before
+/// we wrote; it is told once.
+bool DeviceTable::putRight(AudioObjectID object, Written& written, const GraphNode& node)
+{
+    const bool isRecalled = written.recallsUntil && !frozen_.isOver(*written.recallsUntil) &&
+                            node.reportedVolume.with(written.volume) != node.reportedVolume;
+    if (!isRecalled) {
+        return false;
+    }
+    written.recallsUntil.reset();
+    written.toldBefore = node.reportedVolume;
+    return write(object, node.id, written.volume) >= 0;
 }
 
 /// Writes again what was written to the device before it went, once it can take it; true when the
@@ -215,6 +232,7 @@ bool DeviceTable::giveBack(AudioObjectID object, const GraphNode& node)
     }
     found->second.isDue = false;
     found->second.toldBefore = node.reportedVolume;
+    found->second.recallsUntil = frozen_.start();
     const NodeVolume& wanted = found->second.volume;
     return node.volume.with(wanted) != node.volume && write(object, node.id, wanted) >= 0;
 }

@@ -107,6 +107,8 @@ private:
         bool isDue = false; ///< to be written again when the device is found
         /// What the server told of the device before it was written, until it tells something else.
         std::optional<NodeVolume> toldBefore;
+        /// While it isn't over, what the session manager recalls of the device doesn't count.
+        std::optional<double> recallsUntil;
     };
 
     void nodeChanged(const GraphNode& node) override;
@@ -138,6 +140,7 @@ private:
     [[nodiscard]] bool refreshDefault(Default& chosen, AudioObjectID named);
     void remember(AudioObjectID object, const NodeVolume& wanted);
     void follow(AudioObjectID object, const GraphNode& node);
+    [[nodiscard]] bool putRight(AudioObjectID object, Written& written, const GraphNode& node);
     [[nodiscard]] bool giveBack(AudioObjectID object, const GraphNode& node);
 
     [[nodiscard]] AudioObjectID withScope(std::string_view name,
