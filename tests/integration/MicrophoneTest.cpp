@@ -48,6 +48,16 @@ protected:
         return await([&] { return isOff(device); }) && isShownOff();
     }
 
+    static void restartServer(std::chrono::milliseconds absence = 0ms)
+    {
+        endProgram(soundServer, SIGKILL);
+        endProgram(sessionManager);
+        std::this_thread::sleep_for(absence);
+        startProgram(soundServer);
+        startProgram(sessionManager);
+        awaitSession();
+    }
+
     static void addHeadset()
     {
         static_cast<void>(
@@ -113,13 +123,27 @@ TEST_F(MicrophoneTest, AMuteThatTheServerNeverTookIsThereAfterItsRestart)
     signalProgram(soundServer, SIGSTOP);
     command({"microphone", "off"});
     std::this_thread::sleep_for(400ms); // until no answer to it is awaited any more
-    endProgram(soundServer, SIGKILL);
-    endProgram(sessionManager);
-    startProgram(soundServer);
-    startProgram(sessionManager);
-    awaitSession();
+    restartServer();
     EXPECT_TRUE(await([] { return isOff(microphone); }));
     EXPECT_TRUE(staysOff(microphone));
+}
+
+/// Restarts that are over before anybody is told of them, and others.
+TEST_F(MicrophoneTest, WhatWasChosenHoldsOverRestartsOfTheServer)
+{
+    for (const auto absence : {0ms, 2300ms}) {
+        for (const bool isMuted : {true, false}) {
+            command({"microphone", isMuted ? "off" : "on"});
+            // The session manager saves a second later: it recalls a mute, and no unmute after it.
+            std::this_thread::sleep_for(isMuted ? 1500ms : 60ms);
+            restartServer(absence);
+            EXPECT_TRUE(await([&] { return isOff(microphone) == isMuted; }))
+                << absence.count() << isMuted;
+            std::this_thread::sleep_for(500ms);
+            EXPECT_EQ(isOff(microphone), isMuted) << absence.count();
+            EXPECT_EQ(isShownOff(), isMuted) << absence.count();
+        }
+    }
 }
 
 TEST_F(MicrophoneTest, AMuteFollowsTheDefaultInput)
