@@ -28,8 +28,8 @@ public:
         std::shared_ptr<LoginItem> loginItem{};     ///< may be absent
         std::function<bool()> isCapturePermitted{}; ///< may be absent; asks anew
         std::string version;
-        std::function<void()> quit;     ///< called on the main queue after the caller was answered
-        std::function<void()> reopened; ///< the program was started once more
+        std::function<void()> quit;      ///< called on the main queue after the caller was answered
+        std::function<void()> reopened;  ///< the program was started once more
         GatherDiagnostics diagnostics{}; ///< may be absent
         /// Opens a window; the token lets it take the keyboard. Empty where there is no display.
         std::function<void(AppWindow window, const QString& activationToken)> show{};
