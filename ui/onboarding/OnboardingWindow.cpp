@@ -10,7 +10,6 @@
 #include <QUrl>
 #include <QVariant>
 
-#include <limits>
 #include <utility>
 
 extern void qml_register_types_Fadewell_Onboarding();
@@ -37,7 +36,7 @@ std::unique_ptr<QObject> OnboardingWindow::load(QQuickView& view)
     view.setTitle(QCoreApplication::translate("OnboardingWindow", "Welcome to Fadewell"));
     view.setInitialProperties({{"onboarding", QVariant::fromValue(model.get())}});
     view.setSource(QUrl(QStringLiteral("qrc:/qml/Fadewell/Onboarding/OnboardingView.qml")));
-    fitToContent(view, std::numeric_limits<int>::max());
+    fitToContent(view);
     const auto screen = view.screen()->availableGeometry();
     view.setPosition(screen.center() - QPoint(view.width() / 2, view.height() / 2));
     return model;

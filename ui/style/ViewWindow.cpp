@@ -34,13 +34,14 @@ void ViewWindow::fix(QQuickView& view, const QSize& size)
     view.resize(size);
 }
 
-void ViewWindow::fitToContent(QQuickView& view, int mostHeight)
+void ViewWindow::fitToContent(QQuickView& view, std::optional<int> mostHeight)
 {
     const auto fit = [&view, mostHeight] {
         constexpr int titleBar = 60; // at most
         const auto* content = view.rootObject();
         const int available = view.screen()->availableGeometry().height() - titleBar;
-        const int height = std::min({qCeil(content->implicitHeight()), mostHeight, available});
+        const int whole = qCeil(content->implicitHeight());
+        const int height = mostHeight ? std::min({whole, *mostHeight, available}) : whole;
         fix(view, {qCeil(content->implicitWidth()), height});
     };
     connect(view.rootObject(), &QQuickItem::implicitHeightChanged, &view, fit);

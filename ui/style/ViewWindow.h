@@ -4,6 +4,7 @@
 #include <QSize>
 
 #include <memory>
+#include <optional>
 
 class QQuickView;
 
@@ -36,8 +37,9 @@ protected:
 
     /// The window can't be resized.
     static void fix(QQuickView& view, const QSize& size);
-    /// Keeps the window as large as the content, as far as the screen and `mostHeight` let it.
-    static void fitToContent(QQuickView& view, int mostHeight);
+    /// Keeps the window as large as the content; content that scrolls as far as the screen and
+    /// `mostHeight` let it.
+    static void fitToContent(QQuickView& view, std::optional<int> mostHeight = {});
     /// The next `show` loads it anew.
     void unload();
 
