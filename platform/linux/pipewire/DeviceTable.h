@@ -107,7 +107,7 @@ private:
         bool isDue = false; ///< to be written again when the device is found
         /// What the server told of the device before it was written, until it tells something else.
         std::optional<NodeVolume> toldBefore;
-        /// While it isn't over, what the session manager recalls of the device doesn't count.
+        /// While it isn't over, what the session manager recalls of the device is put right, once.
         std::optional<double> recallsUntil;
     };
 
