@@ -9,7 +9,7 @@
 namespace fadewell::pipewire {
 namespace {
 
-// Stands in while there is no output, and goes because there is one: nobody waits for it.
+// Stands in while there is no output, and goes because there is one: who plays on it moves there.
 constexpr auto dummyOutput = "auto_null";
 
 } // namespace
@@ -19,11 +19,6 @@ void DeviceTable::nodeRemoved(const GraphNode& node)
     const std::string uid = pipewire::text(node.props, PW_KEY_NODE_NAME);
     const auto device = deviceForNodeName(uid);
     if (!device || devices_.at(*device).node != node.id) {
-        return;
-    }
-    if (uid == dummyOutput) {
-        freeze(*device, 0);
-        thaw();
         return;
     }
     freeze(*device, frozen_.start());
@@ -81,7 +76,7 @@ void DeviceTable::freeze(AudioObjectID object, double until)
         written->second.isDue = true;
     }
     for (Default* const chosen : {&defaultOutput_, &defaultInput_}) {
-        if (chosen->device == object) {
+        if (chosen->device == object && device.uid != dummyOutput) {
             chosen->frozenUntil = until;
         }
     }
@@ -166,8 +161,13 @@ bool DeviceTable::isDefaultMissing(const std::string& sink, const std::string& s
 
 bool DeviceTable::refreshDefault(Default& chosen, AudioObjectID named)
 {
+    const auto old = devices_.find(chosen.device);
+    const bool isReplaced =
+        old != devices_.end() && old->second.uid == dummyOutput && named != kAudioObjectUnknown;
     // A session manager that starts names one after the other until it has found them all.
-    if (isFrozen(chosen.device) || (chosen.frozenUntil && !frozen_.isOver(*chosen.frozenUntil))) {
+    if ((isFrozen(chosen.device) && !isReplaced) ||
+        (chosen.frozenUntil && !frozen_.isOver(*chosen.frozenUntil)))
+    {
         return false;
     }
     chosen.frozenUntil.reset();

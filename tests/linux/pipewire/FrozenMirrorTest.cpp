@@ -170,15 +170,19 @@ TEST_F(FrozenMirrorTest, TheDefaultStaysWithItsDeviceAndThenFollowsTheSession)
     EXPECT_EQ(takeHeard(), "dOutpdv#");
 }
 
-TEST_F(FrozenMirrorTest, NobodyWaitsForTheDummyThatStoodInForAnOutput)
+TEST_F(FrozenMirrorTest, TheDummyThatStoodInForAnOutputStaysUntilWhoPlaysThereHasMoved)
 {
     sinkNode(40, "auto_null");
     nameDefault("auto_null");
     EXPECT_EQ(devices.defaultOutput(), ids.forDevice("auto_null"));
     takeHeard();
     feed.remove(40);
-    EXPECT_EQ(takeHeard(), "dev#dOutpdv#");
+    EXPECT_EQ(takeHeard(), "");
     nameDefault("speakers");
+    EXPECT_EQ(takeHeard(), "dOutpdv#");
+    EXPECT_EQ(devices.defaultOutput(), device);
+    thaw();
+    EXPECT_EQ(takeHeard(), "dev#");
     EXPECT_EQ(devices.defaultOutput(), device);
 }
 
