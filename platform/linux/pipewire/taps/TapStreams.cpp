@@ -117,6 +117,11 @@ TapStreams::TapStreams(Connection& connection,
 TapStreams::~TapStreams()
 {
     changed_ = nullptr;
+    // A trigger runs what other threads have asked of the audio thread, in the midst of the cycle
+    // of `cap`; the end of `cap` would be among it, and the cycle go on in freed memory. After this
+    // no cycle triggers any more.
+    isEnding_ = true;
+    synchronise();
     // What is still linked to `cap` must find it gone before `out`, or a cycle would find half a
     // tap.
     for (Side* side : {&capture_, &output_}) {
@@ -433,7 +438,9 @@ void TapStreams::onCaptureProcess(void* data)
     if (buffer) {
         pw_stream_queue_buffer(self.capture_.stream, buffer);
     }
-    pw_stream_trigger_process(self.output_.stream);
+    if (!self.isEnding_) {
+        pw_stream_trigger_process(self.output_.stream);
+    }
 }
 
 void TapStreams::onOutputProcess(void* data)

@@ -104,6 +104,7 @@ private:
     Side capture_;
     Side output_;
 
+    std::atomic<bool> isEnding_{false};
     std::atomic<std::uint64_t> cycleBegan_{0};  ///< of the last cycle, in ns of the monotonic clock
     std::atomic<std::uint64_t> cycleLength_{0}; ///< in ns
 
