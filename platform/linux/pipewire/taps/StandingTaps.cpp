@@ -91,8 +91,7 @@ void StandingTaps::followLevels()
         if (level) {
             standing->standIn->setGain(level->gain);
             standing->standIn->setDuck(level->duck);
-            const auto streams = router_.attachedTo(standing->id);
-            send(*standing, outputFor(*level, streams.empty() ? SPA_ID_INVALID : *streams.begin()));
+            follow(*standing, *level);
         } else if (!standing->appID.empty()) {
             retire(*standing);
         }
@@ -105,11 +104,20 @@ void StandingTaps::followDevices()
 {
     for (const auto& standing : taps_) {
         const auto level = levels_.of(standing->appID);
-        const auto* output = level && level->outputDeviceUID ? &*level->outputDeviceUID : nullptr;
-        if (output && devices_.deviceForNodeName(*output)) {
-            send(*standing, *output);
+        const auto isThere = [this](const std::string& output) {
+            return devices_.deviceForNodeName(output).has_value();
+        };
+        const bool isGone = !standing->output.empty() && !isThere(standing->output);
+        if (level && (isGone || (level->outputDeviceUID && isThere(*level->outputDeviceUID)))) {
+            follow(*standing, *level);
         }
     }
+}
+
+void StandingTaps::follow(StandingTap& standing, const StartLevel& level)
+{
+    const auto streams = router_.attachedTo(standing.id);
+    send(standing, outputFor(level, streams.empty() ? SPA_ID_INVALID : *streams.begin()));
 }
 
 void StandingTaps::followStream(std::uint32_t stream)

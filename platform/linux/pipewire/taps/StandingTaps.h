@@ -54,7 +54,7 @@ public:
 
     /// The levels have changed.
     void followLevels();
-    /// An output came back.
+    /// Outputs came or went.
     void followDevices();
     /// It became known where a stream would play by itself, often after it was sent to its tap.
     void followStream(std::uint32_t stream);
@@ -73,6 +73,7 @@ public:
 
 private:
     [[nodiscard]] std::string outputFor(const StartLevel& level, std::uint32_t stream) const;
+    void follow(StandingTap& standing, const StartLevel& level);
     void send(StandingTap& standing, const std::string& output);
     void assign(StandingTap& standing, const StartLevel& level);
     void retire(StandingTap& standing);

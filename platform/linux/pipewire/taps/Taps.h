@@ -74,8 +74,8 @@ public:
     void setGatedApps(std::vector<GatedApp> apps);
     void setLoweredStarts(std::optional<LoweredStarts> lowered);
 
-    /// An output came back: apps that were chosen to play there are sent to it, also those that
-    /// are not the engine's at the moment.
+    /// Outputs came or went: apps that were chosen to play there are sent to it, or to another
+    /// one, also those that are not the engine's at the moment.
     /// [locked]
     void followDevices();
 
