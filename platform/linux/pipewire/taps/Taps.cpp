@@ -15,8 +15,9 @@ namespace {
 // At the end of the program: for all apps together to move out of their taps.
 constexpr double farewellSeconds = 0.6;
 
-// For the server to take what is still to be written then.
-constexpr double flushSeconds = 0.3;
+// For the server to take what is still to be written then. One that is busy drops what it hasn't
+// read of a client that has gone.
+constexpr double flushSeconds = 2.0;
 
 } // namespace
 
@@ -75,8 +76,9 @@ Taps::~Taps()
     procedures_.clear();
     taps_.clear();
     connection_.waitFor(farewellSeconds, [this] { return retired_.isEmpty(); });
-    if (router_.releaseAll()) {
-        connection_.roundTrip(flushSeconds);
+    router_.releaseAll();
+    if (connection_.isConnected() && !connection_.roundTrip(flushSeconds)) {
+        Logger("pipewire").error("The sound server doesn't answer: apps may not be given back");
     }
     retired_.clear();
     beatTimer_.setInterval(0);
