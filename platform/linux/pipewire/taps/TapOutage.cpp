@@ -60,7 +60,7 @@ void Taps::restoreStreams()
     }
     if (isAnyBack) {
         routeAll();
-        lookForUnlinked();
+        lookForAstray();
     }
 }
 
@@ -80,12 +80,13 @@ void Taps::retakeStreams()
             router_.attach(id, standing->id, standing->streams->name());
         }
     }
-    lookForUnlinked();
+    lookForAstray();
 }
 
-void Taps::lookForUnlinked()
+void Taps::lookForAstray()
 {
     relinks_ = relinkTicks_ = 0;
+    astray_.clear();
     relinkTimer_.setInterval(relinkSeconds);
 }
 
@@ -94,11 +95,17 @@ void Taps::lookForUnlinked()
 void Taps::relink()
 {
     bool isSettled = ++relinkTicks_ >= leastTicks;
+    const auto before = std::exchange(astray_, {});
     const auto isDue = [&](AudioObjectID id, const TapStreams* streams) {
-        if (!streams || !isAnyUnlinked(id)) {
+        if (!streams || !isAnyAstray(id, streams->captureNode())) {
             return false;
         }
         isSettled = false;
+        astray_.insert(id);
+        // One that is heard elsewhere may be on its way.
+        if (!before.contains(id) && !isAnyAstray(id, SPA_ID_INVALID)) {
+            return false;
+        }
         // Until it links at all it is still starting, or there is no output.
         const bool isAwake = streams->isReady() &&
                              !graph_.linksBetween(streams->outputNode(), SPA_ID_INVALID).empty();
@@ -141,12 +148,13 @@ void Taps::replace(AudioObjectID id,
     updateTimers();
 }
 
-/// Whether a stream that was sent to the tap is linked to nothing.
-bool Taps::isAnyUnlinked(AudioObjectID tap) const
+/// Whether a stream that was sent to the tap is not linked to `capture`; SPA_ID_INVALID: to
+/// nothing.
+bool Taps::isAnyAstray(AudioObjectID tap, std::uint32_t capture) const
 {
     const auto nodes = router_.attachedTo(tap);
-    return std::any_of(nodes.begin(), nodes.end(), [this](std::uint32_t node) {
-        return graph_.linksBetween(node, SPA_ID_INVALID).empty();
+    return std::any_of(nodes.begin(), nodes.end(), [=, this](std::uint32_t node) {
+        return graph_.linksBetween(node, capture).empty();
     });
 }
 

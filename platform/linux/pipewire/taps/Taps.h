@@ -26,6 +26,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -169,10 +170,10 @@ private:
     void restoreStreams();
     void relink();
     void retakeStreams();
-    void lookForUnlinked();
+    void lookForAstray();
     void
     replace(AudioObjectID id, std::unique_ptr<TapStreams>& fresh, std::unique_ptr<TapStreams> old);
-    [[nodiscard]] bool isAnyUnlinked(AudioObjectID tap) const;
+    [[nodiscard]] bool isAnyAstray(AudioObjectID tap, std::uint32_t capture) const;
 
     // TapHandover.cpp [locked exactly once]
     OSStatus handOver(TapObject& tap, ProcedureObject& object);
@@ -215,6 +216,7 @@ private:
     LoopTimer retireTimer_;
     LoopTimer quietTimer_;
     LoopTimer relinkTimer_;
+    std::set<AudioObjectID> astray_; ///< the taps, as of the last look
     int relinkTicks_ = 0;
     int relinks_ = 0;
 };
