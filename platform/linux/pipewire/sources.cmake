@@ -22,6 +22,7 @@ set(fadewell_pipewire_sources
     pipewire/StreamRules.cpp
     pipewire/StreamTargets.cpp
     pipewire/TransportRules.cpp
+    pipewire/taps/ConverterWaker.cpp
     pipewire/taps/Lobby.cpp
     pipewire/taps/LeftoverTaps.cpp
     pipewire/taps/RetiredTaps.cpp

@@ -118,6 +118,11 @@ OSStatus Taps::replaceStreams(TapObject& tap, ProcedureObject& object, const std
 
 void Taps::linkRemoved(const GraphLink& link)
 {
+    forEachStreams([&](TapStreams& streams) {
+        if (streams.outputNode() == link.outputNode) {
+            waker_.outputLost();
+        }
+    });
     for (auto& [id, tap] : taps_) {
         if (tap.isLeaving && tap.streams && tap.streams->outputNode() == link.outputNode) {
             tap.streams->render().setFadedOut(false);

@@ -148,6 +148,20 @@ void Taps::replace(AudioObjectID id,
     updateTimers();
 }
 
+void Taps::forEachStreams(const std::function<void(TapStreams&)>& call)
+{
+    for (const auto& [id, tap] : taps_) {
+        if (tap.streams) {
+            call(*tap.streams);
+        }
+    }
+    for (const auto& standing : standing_.all()) {
+        if (standing->streams) {
+            call(*standing->streams);
+        }
+    }
+}
+
 /// Whether a stream that was sent to the tap is not linked to `capture`; SPA_ID_INVALID: to
 /// nothing.
 bool Taps::isAnyAstray(AudioObjectID tap, std::uint32_t capture) const

@@ -1,6 +1,7 @@
 #include "platform/linux/pipewire/taps/TapStreams.h"
 
 #include "base/SystemClock.h"
+#include "platform/linux/pipewire/taps/TapBuffers.h"
 
 #include <spa/param/audio/format-utils.h>
 #include <spa/param/props.h>
@@ -15,12 +16,12 @@
 namespace fadewell::pipewire {
 namespace {
 
-constexpr std::uint32_t sampleSize = sizeof(float);
-
 // In ns: from the beginning of a cycle until every node has done its part, usually.
 constexpr std::uint64_t soundPasses = 300'000;
 // After so many that didn't come, nothing flows.
 constexpr std::uint64_t missedCycles = 8;
+// So many may be empty for a change of the graph.
+constexpr std::uint32_t emptyCycles = 4;
 
 std::uint64_t nanoseconds()
 {
@@ -36,49 +37,6 @@ const spa_pod* stereoFormat(spa_pod_builder& builder)
     info.position[0] = SPA_AUDIO_CHANNEL_FL;
     info.position[1] = SPA_AUDIO_CHANNEL_FR;
     return spa_format_audio_raw_build(&builder, SPA_PARAM_EnumFormat, &info);
-}
-
-/// The newest buffer; older ones go back unread, so that the tap never adds latency.
-pw_buffer* dequeueNewest(pw_stream* stream)
-{
-    pw_buffer* newest = nullptr;
-    while (pw_buffer* buffer = pw_stream_dequeue_buffer(stream)) {
-        if (newest) {
-            pw_stream_queue_buffer(stream, newest);
-        }
-        newest = buffer;
-    }
-    return newest;
-}
-
-bool hasTwoPlanes(const spa_buffer& buffer)
-{
-    return buffer.n_datas >= 2 && buffer.datas[0].data && buffer.datas[1].data;
-}
-
-std::uint32_t capacity(const spa_buffer& buffer)
-{
-    const auto bytes = std::min(buffer.datas[0].maxsize, buffer.datas[1].maxsize);
-    return std::min(bytes / sampleSize, TapRender::maxFrames);
-}
-
-void finish(spa_buffer& buffer, std::uint32_t frames)
-{
-    for (std::uint32_t plane = 0; plane < buffer.n_datas; ++plane) {
-        if (spa_chunk* chunk = buffer.datas[plane].chunk) {
-            chunk->offset = 0;
-            chunk->stride = static_cast<std::int32_t>(sampleSize);
-            chunk->size = plane < 2 ? frames * sampleSize : 0;
-        }
-    }
-}
-
-/// A plane's samples, as far as the buffer really holds them.
-const float* plane(const spa_data& data, std::uint32_t& frames)
-{
-    const auto offset = std::min(data.chunk->offset, data.maxsize);
-    frames = std::min(frames, std::min(data.chunk->size, data.maxsize - offset) / sampleSize);
-    return reinterpret_cast<const float*>(static_cast<const std::byte*>(data.data) + offset);
 }
 
 pw_properties* commonProperties(const TapStreams::Options& options)
@@ -269,6 +227,19 @@ bool TapStreams::isFlowing() const
     return isStreaming() && length > 0 && nanoseconds() < began + missedCycles * length;
 }
 
+bool TapStreams::isStarved() const
+{
+    return isFlowing() && emptyCycles_.load(std::memory_order_relaxed) >= emptyCycles;
+}
+
+void TapStreams::forceCycle(std::uint32_t frames)
+{
+    const auto text = std::to_string(frames);
+    const spa_dict_item item = SPA_DICT_ITEM_INIT(PW_KEY_NODE_FORCE_QUANTUM, text.c_str());
+    const spa_dict properties = SPA_DICT_INIT(&item, 1);
+    pw_stream_update_properties(output_.stream, &properties);
+}
+
 double TapStreams::untilQuietMoment() const
 {
     if (!isFlowing()) {
@@ -420,7 +391,11 @@ void TapStreams::onCaptureProcess(void* data)
     self.noteCycle();
     const Heartbeat::Callback callback(self.connection_.heartbeat());
     pw_buffer* buffer = dequeueNewest(self.capture_.stream);
-    if (buffer && hasTwoPlanes(*buffer->buffer)) {
+    const bool isWhole = buffer && hasTwoPlanes(*buffer->buffer);
+    const bool isEmpty = !isWhole || !hasSound(*buffer->buffer);
+    const auto empty = self.emptyCycles_.load(std::memory_order_relaxed);
+    self.emptyCycles_.store(isEmpty ? empty + 1 : 0, std::memory_order_relaxed);
+    if (isWhole) {
         std::uint32_t frames = TapRender::maxFrames;
         const float* left = plane(buffer->buffer->datas[0], frames);
         const float* right = plane(buffer->buffer->datas[1], frames);

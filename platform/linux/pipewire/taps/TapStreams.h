@@ -59,6 +59,13 @@ public:
     /// Cycles come, as of now.
     [[nodiscard]] bool isFlowing() const;
 
+    /// Cycles come, and have had nothing from the apps for some time.
+    [[nodiscard]] bool isStarved() const;
+
+    /// Has whatever plays together with these streams run in cycles of so many frames; 0: as long
+    /// as they are by themselves.
+    void forceCycle(std::uint32_t frames);
+
     /// How long until links at these streams can change without being noticed, in seconds: in the
     /// first part of a cycle, when its sound has passed and the next is far. 0 is now.
     [[nodiscard]] double untilQuietMoment() const;
@@ -107,6 +114,7 @@ private:
     std::atomic<bool> isEnding_{false};
     std::atomic<std::uint64_t> cycleBegan_{0};  ///< of the last cycle, in ns of the monotonic clock
     std::atomic<std::uint64_t> cycleLength_{0}; ///< in ns
+    std::atomic<std::uint32_t> emptyCycles_{0}; ///< in a row, at `cap`
 
     // Audio thread only, but for its setting while the stream is connected.
     spa_io_position* position_ = nullptr;

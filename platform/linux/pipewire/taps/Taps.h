@@ -12,6 +12,7 @@
 #include "platform/linux/pipewire/ProcessTable.h"
 #include "platform/linux/pipewire/PropertyValue.h"
 #include "platform/linux/pipewire/StreamObserver.h"
+#include "platform/linux/pipewire/taps/ConverterWaker.h"
 #include "platform/linux/pipewire/taps/LeftoverTaps.h"
 #include "platform/linux/pipewire/taps/RetiredTaps.h"
 #include "platform/linux/pipewire/taps/StandingTaps.h"
@@ -23,6 +24,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -173,6 +175,7 @@ private:
     void lookForAstray();
     void
     replace(AudioObjectID id, std::unique_ptr<TapStreams>& fresh, std::unique_ptr<TapStreams> old);
+    void forEachStreams(const std::function<void(TapStreams&)>& call);
     [[nodiscard]] bool isAnyAstray(AudioObjectID tap, std::uint32_t capture) const;
 
     // TapHandover.cpp [locked exactly once]
@@ -204,6 +207,7 @@ private:
     StartLevels levels_;
     Starts starts_;
     StandingTaps standing_;
+    ConverterWaker waker_;
     std::map<std::uint32_t, Announced> announced_; ///< by node
     std::map<std::uint32_t, Announced> clients_;   ///< who they are, by client
     std::map<AudioObjectID, TapObject> taps_;

@@ -1,0 +1,48 @@
+#include "platform/linux/pipewire/taps/ConverterWaker.h"
+
+namespace fadewell::pipewire {
+namespace {
+
+// Some cycles of any usual length; shorter again too soon, and another player is caught.
+constexpr double tickSeconds = 0.150;
+// The next output is found within two seconds, or no sound was lost.
+constexpr int mostTicks = 20;
+constexpr int mostLongCycles = 3;
+
+// The library's own, for a server that doesn't tell.
+constexpr std::uint32_t usualLongest = 2048;
+
+} // namespace
+
+void ConverterWaker::outputLost()
+{
+    ticks_ = mostTicks;
+    longCycles_ = mostLongCycles;
+    timer_.setInterval(tickSeconds);
+}
+
+void ConverterWaker::tick()
+{
+    if (std::exchange(isLong_, false)) {
+        forEach_([](TapStreams& streams) { streams.forceCycle(0); });
+    } else if (longCycles_ > 0) {
+        forEach_([this](TapStreams& streams) {
+            if (streams.isStarved()) {
+                streams.forceCycle(longestCycle());
+                isLong_ = true;
+            }
+        });
+        longCycles_ -= isLong_ ? 1 : 0;
+    }
+    if (--ticks_ <= 0 && !isLong_) {
+        timer_.setInterval(0);
+    }
+}
+
+std::uint32_t ConverterWaker::longestCycle() const
+{
+    const auto longest = number(graph_.settingsValue("clock.max-quantum").value_or(""));
+    return longest && *longest > 0 ? static_cast<std::uint32_t>(*longest) : usualLongest;
+}
+
+} // namespace fadewell::pipewire
