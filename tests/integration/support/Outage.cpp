@@ -88,10 +88,12 @@ void runUntil(const std::function<bool()>& isDone, const std::vector<std::string
 {
     std::vector<std::string> command{"timeout", "2", "pw-cli"};
     command.insert(command.end(), arguments.begin(), arguments.end());
-    for (int attempt = 0; attempt < 3 && !isDone(); ++attempt) {
+    bool done = isDone();
+    for (int attempt = 0; attempt < 3 && !done; ++attempt) {
         (void)runCommand(command);
+        done = await(isDone, std::chrono::seconds(2)); // A busy server takes its time.
     }
-    if (!await(isDone, std::chrono::seconds(2))) {
+    if (!done) {
         throw std::runtime_error("no " + arguments.front() + " of " + arguments.back());
     }
 }
