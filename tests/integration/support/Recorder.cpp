@@ -33,6 +33,7 @@ public:
     [[nodiscard]] Sound copy(std::size_t first, std::size_t count) const;
 
 private:
+    Capture() = default;
     static void onProcess(void* data, spa_io_position* position);
     void* addPort(const char* name);
     void store(const spa_io_position& position);
@@ -57,6 +58,7 @@ private:
 };
 
 Recorder::Capture::Capture(const std::string& node, const char* ports)
+    : Capture() // From here on a failure runs the destructor, which ends the threads.
 {
     pw_init(nullptr, nullptr);
     static std::atomic<int> count = 0;
@@ -100,8 +102,12 @@ Recorder::Capture::Capture(const std::string& node, const char* ports)
 Recorder::Capture::~Capture()
 {
     pw_thread_loop_stop(loop_);
-    pw_filter_destroy(filter_);
-    pw_core_disconnect(core_);
+    if (filter_) {
+        pw_filter_destroy(filter_);
+    }
+    if (core_) {
+        pw_core_disconnect(core_);
+    }
     pw_context_destroy(context_);
     pw_thread_loop_destroy(loop_);
 }
