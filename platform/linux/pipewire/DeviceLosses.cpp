@@ -22,7 +22,6 @@ void DeviceTable::nodeRemoved(const GraphNode& node)
         return;
     }
     freeze(*device, frozen_.start());
-    lostDefaults_.doubt();
     // Another one of the same name steps in.
     if (const GraphNode* const other = graph_.nodeNamed(uid)) {
         nodeChanged(*other);
@@ -40,7 +39,7 @@ void DeviceTable::metadataChanged(std::uint32_t subject,
 
 void DeviceTable::metadataAvailable(bool isAvailable)
 {
-    lostDefaults_.doubt();
+    missing_.reset();
     if (!isAvailable) {
         const double until = frozen_.start();
         for (Default* const chosen : {&defaultOutput_, &defaultInput_}) {
@@ -148,7 +147,7 @@ void DeviceTable::refreshDefaults()
     if (refreshDefault(defaultInput_, withScope(source, &Device::inputStreams))) {
         listeners_.notify(kAudioObjectSystemObject, kAudioHardwarePropertyDefaultInputDevice);
     }
-    lostDefaults_.update(graph_.hasMetadata() && isDefaultMissing(defaultSinkName_, source));
+    missing_.update(graph_.hasMetadata() && isDefaultMissing(defaultSinkName_, source));
 }
 
 bool DeviceTable::isDefaultMissing(const std::string& sink, const std::string& source) const

@@ -38,7 +38,7 @@ DeviceTable::DeviceTable(Graph& graph, ObjectIDs& ids, ListenerTable& listeners,
     , ids_(ids)
     , listeners_(listeners)
     , frozen_(frozen)
-    , lostDefaults_(graph)
+    , missing_(graph)
 {
     const Connection::Lock lock(graph_.connection());
     graph_.addObserver(*this);
@@ -114,7 +114,6 @@ void DeviceTable::update(const GraphNode& node, bool isForced)
         listeners_.notify(kAudioObjectSystemObject, kAudioHardwarePropertyDevices);
     }
     if (!isAttached) {
-        lostDefaults_.doubt();
         refreshDefaults();
     }
     if (!isAttached || before.rate != device.rate) {

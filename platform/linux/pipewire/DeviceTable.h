@@ -3,7 +3,7 @@
 #include "platform/linux/pipewire/FrozenTime.h"
 #include "platform/linux/pipewire/Graph.h"
 #include "platform/linux/pipewire/ListenerTable.h"
-#include "platform/linux/pipewire/LostDefaults.h"
+#include "platform/linux/pipewire/MissingDefaults.h"
 #include "platform/linux/pipewire/ObjectIDs.h"
 #include "platform/linux/pipewire/PropertyValue.h"
 #include "platform/linux/pipewire/RouteKeeping.h"
@@ -167,7 +167,7 @@ private:
     std::vector<AudioObjectID> order_;
     Default defaultOutput_;
     Default defaultInput_;
-    LostDefaults lostDefaults_;
+    MissingDefaults missing_;
     std::string defaultSinkName_;
     double graphRate_ = 48000;
 };

@@ -1,7 +1,7 @@
 set(fadewell_pipewire_sources
     pipewire/Connection.cpp
     pipewire/DeviceLosses.cpp
-    pipewire/LostDefaults.cpp
+    pipewire/MissingDefaults.cpp
     pipewire/DeviceProperties.cpp
     pipewire/DeviceTable.cpp
     pipewire/FrozenTime.cpp
