@@ -22,6 +22,7 @@ void DeviceTable::nodeRemoved(const GraphNode& node)
         return;
     }
     freeze(*device, frozen_.start());
+    refreshDefaults();
     // Another one of the same name steps in.
     if (const GraphNode* const other = graph_.nodeNamed(uid)) {
         nodeChanged(*other);
@@ -152,9 +153,10 @@ void DeviceTable::refreshDefaults()
 
 bool DeviceTable::isDefaultMissing(const std::string& sink, const std::string& source) const
 {
+    const bool isSinkGone = graph_.nodeNamed(sink) == nullptr;
     return std::any_of(order_.begin(), order_.end(), [&](const AudioObjectID object) {
         const Device& device = devices_.at(object);
-        return !device.frozenUntil && ((sink.empty() && !device.outputStreams.empty()) ||
+        return !device.frozenUntil && ((isSinkGone && !device.outputStreams.empty()) ||
                                        (source.empty() && !device.inputStreams.empty()));
     });
 }

@@ -87,7 +87,7 @@ void Metadata::take(std::uint32_t subject, const char* key, const char* value)
             keys->second.erase(key);
         }
         changed_(subject, key, std::nullopt);
-    } else {
+    } else if (this->value(subject, key) != value) { // All are told anew to who asks again.
         values_[subject][key] = value;
         changed_(subject, key, std::string(value));
     }

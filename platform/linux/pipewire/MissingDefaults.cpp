@@ -11,6 +11,7 @@ MissingDefaults::~MissingDefaults()
 void MissingDefaults::update(bool isMissing)
 {
     isMissing_ = isMissing;
+    wait_ = isMissing ? wait_ : firstWait;
     if (!isMissing || isWaiting_ || wait_ > longestWait) {
         return;
     }

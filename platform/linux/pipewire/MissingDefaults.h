@@ -7,9 +7,10 @@
 
 namespace fadewell::pipewire {
 
-/// Asks again for default devices that were never told. A server that starts keeps the session
-/// manager's metadata from whoever bound it just before another program did. Nothing wakes up
-/// while nothing is missing. Belongs to the connection's lock.
+/// Asks again for default devices that were never told, or whose change wasn't: while any program
+/// begins to listen to the session manager's metadata, the server keeps it from the others. Nothing
+/// wakes up while nothing is missing. Only then is it asked: a server that is asked while a program
+/// dies that has just asked, too, may not answer any more. Belongs to the connection's lock.
 class MissingDefaults final {
 public:
     explicit MissingDefaults(Graph& graph)
@@ -19,7 +20,7 @@ public:
     MissingDefaults(const MissingDefaults&) = delete;
     MissingDefaults& operator=(const MissingDefaults&) = delete;
 
-    /// There is a device of a kind that has no default, or there is none.
+    /// There is a device of a kind whose default isn't named or has gone, or there is none.
     void update(bool isMissing);
 
     /// The metadata came or went: whatever was asked for counts no more.

@@ -125,6 +125,7 @@ TEST_F(TapRouterTest, WhatIsRecalledLateIsTheStreamsOwn)
     EXPECT_EQ(router.ownTarget(60), "b");
     EXPECT_EQ(left(), "b");
     EXPECT_EQ(router.tapOf(60), 7U);
+    feed.metadata(60, node, nullptr);
     feed.metadata(60, node, "21");
     EXPECT_EQ(outcome, Outcome::nothing);
 }
