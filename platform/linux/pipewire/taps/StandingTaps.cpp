@@ -91,33 +91,14 @@ void StandingTaps::followLevels()
         if (level) {
             standing->standIn->setGain(level->gain);
             standing->standIn->setDuck(level->duck);
-            follow(*standing, *level);
+            const auto streams = router_.attachedTo(standing->id);
+            send(*standing, outputFor(*level, streams.empty() ? SPA_ID_INVALID : *streams.begin()));
         } else if (!standing->appID.empty()) {
             retire(*standing);
         }
         return !level && !standing->appID.empty();
     });
     keepOneFree();
-}
-
-void StandingTaps::followDevices()
-{
-    for (const auto& standing : taps_) {
-        const auto level = levels_.of(standing->appID);
-        const auto isThere = [this](const std::string& output) {
-            return devices_.deviceForNodeName(output).has_value();
-        };
-        const bool isGone = !standing->output.empty() && !isThere(standing->output);
-        if (level && (isGone || (level->outputDeviceUID && isThere(*level->outputDeviceUID)))) {
-            follow(*standing, *level);
-        }
-    }
-}
-
-void StandingTaps::follow(StandingTap& standing, const StartLevel& level)
-{
-    const auto streams = router_.attachedTo(standing.id);
-    send(standing, outputFor(level, streams.empty() ? SPA_ID_INVALID : *streams.begin()));
 }
 
 void StandingTaps::followStream(std::uint32_t stream)

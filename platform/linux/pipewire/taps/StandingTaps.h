@@ -52,10 +52,8 @@ public:
 
     [[nodiscard]] const std::vector<std::unique_ptr<StandingTap>>& all() const { return taps_; }
 
-    /// The levels have changed.
+    /// The levels have changed, or the outputs that there are.
     void followLevels();
-    /// Outputs came or went.
-    void followDevices();
     /// It became known where a stream would play by itself, often after it was sent to its tap.
     void followStream(std::uint32_t stream);
     /// Links were made: free taps that are ready fall asleep.
@@ -73,7 +71,6 @@ public:
 
 private:
     [[nodiscard]] std::string outputFor(const StartLevel& level, std::uint32_t stream) const;
-    void follow(StandingTap& standing, const StartLevel& level);
     void send(StandingTap& standing, const std::string& output);
     void assign(StandingTap& standing, const StartLevel& level);
     void retire(StandingTap& standing);

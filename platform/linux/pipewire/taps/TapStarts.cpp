@@ -52,7 +52,7 @@ void Taps::setLoweredStarts(std::optional<LoweredStarts> lowered)
 
 void Taps::followDevices()
 {
-    standing_.followDevices();
+    standing_.followLevels();
 }
 
 void Taps::clientChanged(const GraphClient& client)
