@@ -1,5 +1,7 @@
 #include "platform/linux/pipewire/taps/ConverterWaker.h"
 
+#include <algorithm>
+
 namespace fadewell::pipewire {
 namespace {
 
@@ -26,8 +28,13 @@ void ConverterWaker::tick()
     if (std::exchange(isLong_, false)) {
         forEach_([](TapStreams& streams) { streams.forceCycle(0); });
     } else if (longCycles_ > 0) {
-        forEach_([this](TapStreams& streams) {
-            if (streams.isStarved()) {
+        const auto before = std::exchange(starved_, {});
+        forEach_([&](TapStreams& streams) {
+            if (!streams.isStarved() || !isFed(streams)) {
+                return;
+            }
+            starved_.insert(&streams);
+            if (before.contains(&streams)) {
                 streams.forceCycle(longestCycle());
                 isLong_ = true;
             }
@@ -37,6 +44,17 @@ void ConverterWaker::tick()
     if (--ticks_ <= 0 && !isLong_) {
         timer_.setInterval(0);
     }
+}
+
+/// Whether a player runs that should be heard.
+bool ConverterWaker::isFed(const TapStreams& streams) const
+{
+    const auto links = graph_.linksBetween(SPA_ID_INVALID, streams.captureNode());
+    return std::any_of(links.begin(), links.end(), [this](const GraphLink* link) {
+        const auto* player = graph_.node(link->outputNode);
+        return link->state == PW_LINK_STATE_ACTIVE && player &&
+               player->state == PW_NODE_STATE_RUNNING;
+    });
 }
 
 std::uint32_t ConverterWaker::longestCycle() const

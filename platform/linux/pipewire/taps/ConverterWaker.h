@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <set>
 #include <utility>
 
 namespace fadewell::pipewire {
@@ -33,14 +34,16 @@ public:
 
 private:
     void tick();
+    [[nodiscard]] bool isFed(const TapStreams& streams) const;
     [[nodiscard]] std::uint32_t longestCycle() const;
 
     Graph& graph_;
     ForEach forEach_;
     LoopTimer timer_;
-    int ticks_ = 0;       ///< left
-    int longCycles_ = 0;  ///< times that may still be tried
-    bool isLong_ = false; ///< somebody's cycle
+    std::set<const TapStreams*> starved_; ///< at the last tick; some may have gone
+    int ticks_ = 0;                       ///< left
+    int longCycles_ = 0;                  ///< times that may still be tried
+    bool isLong_ = false;                 ///< somebody's cycle
 };
 
 } // namespace fadewell::pipewire
