@@ -79,11 +79,13 @@ void NameMask::add(std::string text, std::string instead)
     if (text.size() < 2) {
         return;
     }
-    auto& words = words_[lowered(text).front()];
-    words.push_back({lowered(text), std::move(instead)});
-    std::stable_sort(words.begin(), words.end(), [](const Word& left, const Word& right) {
-        return left.text.size() > right.text.size();
-    });
+    auto shown = lowered(text);
+    auto& words = words_[shown.front()];
+    const auto isLonger = [](const std::string& added, const Word& word) {
+        return added.size() > word.text.size();
+    };
+    const auto place = std::upper_bound(words.begin(), words.end(), shown, isLonger);
+    words.insert(place, {std::move(shown), std::move(instead)});
 }
 
 void NameMask::note(const std::string& app, const std::vector<std::string>& names)
