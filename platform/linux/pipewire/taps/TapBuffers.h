@@ -59,7 +59,8 @@ inline const float* plane(const spa_data& data, std::uint32_t& frames)
 /// Whether there is something to hear in what a mixer or a player handed on.
 inline bool hasSound(const spa_buffer& buffer)
 {
-    return (buffer.datas[0].chunk->flags & SPA_CHUNK_FLAG_EMPTY) == 0;
+    const auto flags = static_cast<std::uint32_t>(buffer.datas[0].chunk->flags);
+    return (flags & SPA_CHUNK_FLAG_EMPTY) == 0;
 }
 
 } // namespace fadewell::pipewire
