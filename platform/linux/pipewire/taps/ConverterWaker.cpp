@@ -7,7 +7,7 @@ namespace {
 
 // Some cycles of any usual length; shorter again too soon, and another player is caught.
 constexpr double tickSeconds = 0.150;
-// The next output is found within two seconds, or no sound was lost.
+// Three seconds: an output that is believed to be lost is replaced after two.
 constexpr int mostTicks = 20;
 constexpr int mostLongCycles = 3;
 
