@@ -23,6 +23,7 @@ set(fadewell_pipewire_sources
     pipewire/StreamTargets.cpp
     pipewire/TransportRules.cpp
     pipewire/taps/ConverterWaker.cpp
+    pipewire/taps/CycleKeeper.cpp
     pipewire/taps/Lobby.cpp
     pipewire/taps/LeftoverTaps.cpp
     pipewire/taps/RetiredTaps.cpp

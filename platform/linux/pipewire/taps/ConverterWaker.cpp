@@ -35,6 +35,7 @@ void ConverterWaker::tick()
             }
             starved_.insert(&streams);
             if (before.contains(&streams)) {
+                keeper_.letGo();
                 streams.forceCycle(longestCycle());
                 isLong_ = true;
             }

@@ -2,6 +2,7 @@
 
 #include "platform/linux/pipewire/Graph.h"
 #include "platform/linux/pipewire/LoopTimer.h"
+#include "platform/linux/pipewire/taps/CycleKeeper.h"
 #include "platform/linux/pipewire/taps/TapStreams.h"
 
 #include <cstdint>
@@ -11,19 +12,16 @@
 
 namespace fadewell::pipewire {
 
-/// Wakes players that the loss of an output has silenced for ever.
-///
-/// For a moment the streams run without an output, in cycles that may be longer than before. A
-/// player that was caught short in one of them has begun a buffer, of which its sample converter
-/// holds more than the next output's cycles take; then it never hands on anything again. One longer
-/// cycle has it finish. Belongs to the connection's lock.
+/// Wakes players that the loss of an output has silenced for ever: those that were caught in a
+/// longer cycle although cycles are kept from growing, as CycleKeeper says. One longer cycle has
+/// them finish the buffer that they have begun. Belongs to the connection's lock.
 class ConverterWaker final {
 public:
-    /// Calls what it is given for all streams that there are.
-    using ForEach = std::function<void(const std::function<void(TapStreams&)>&)>;
+    using ForEach = CycleKeeper::ForEach;
 
-    ConverterWaker(Graph& graph, ForEach forEach)
+    ConverterWaker(Graph& graph, CycleKeeper& keeper, ForEach forEach)
         : graph_(graph)
+        , keeper_(keeper)
         , forEach_(std::move(forEach))
         , timer_(graph.connection(), [this] { tick(); })
     {}
@@ -38,6 +36,7 @@ private:
     [[nodiscard]] std::uint32_t longestCycle() const;
 
     Graph& graph_;
+    CycleKeeper& keeper_;
     ForEach forEach_;
     LoopTimer timer_;
     std::set<const TapStreams*> starved_; ///< at the last tick; some may have gone

@@ -118,6 +118,7 @@ OSStatus Taps::replaceStreams(TapObject& tap, ProcedureObject& object, const std
 
 void Taps::linkRemoved(const GraphLink& link)
 {
+    keeper_.linkChanged();
     forEachStreams([&](TapStreams& streams) {
         if (streams.outputNode() == link.outputNode) {
             waker_.outputLost();

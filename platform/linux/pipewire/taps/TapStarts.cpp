@@ -106,8 +106,14 @@ void Taps::nodeChanged(const GraphNode& node)
     starts_.advance();
 }
 
+void Taps::settingsChanged()
+{
+    keeper_.letGo(); // Maybe the cycles have been chosen by hand.
+}
+
 void Taps::linkChanged(const GraphLink& /*link*/)
 {
+    keeper_.linkChanged();
     standing_.followLinks();
     starts_.advance();
 }

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <fmt/format.h>
 #include <utility>
 
 namespace fadewell::pipewire {
@@ -22,6 +23,11 @@ constexpr std::uint64_t soundPasses = 300'000;
 constexpr std::uint64_t missedCycles = 8;
 // So many may be empty for a change of the graph.
 constexpr std::uint32_t emptyCycles = 4;
+
+// The server rounds down to a power of two, which at another rate falls short of the same time.
+constexpr double leeway = 1.5;
+// In frames: more than the server ever has in a cycle.
+constexpr double endlessCycle = 8192;
 
 std::uint64_t nanoseconds()
 {
@@ -234,8 +240,33 @@ bool TapStreams::isStarved() const
 
 void TapStreams::forceCycle(std::uint32_t frames)
 {
-    const auto text = std::to_string(frames);
-    const spa_dict_item item = SPA_DICT_ITEM_INIT(PW_KEY_NODE_FORCE_QUANTUM, text.c_str());
+    setProperty(PW_KEY_NODE_FORCE_QUANTUM, std::to_string(frames));
+}
+
+void TapStreams::keepCycle()
+{
+    const auto length = cycleLength_.load(std::memory_order_relaxed);
+    if (isFlowing() && (keptCycle_ == 0 || length < keptCycle_)) {
+        keptCycle_ = length;
+        limitCycle(static_cast<double>(length) * 1e-9 * sampleRate_ * leeway);
+    }
+}
+
+void TapStreams::letCycleGo()
+{
+    if (std::exchange(keptCycle_, 0) != 0) {
+        limitCycle(endlessCycle);
+    }
+}
+
+void TapStreams::limitCycle(double frames)
+{
+    setProperty(PW_KEY_NODE_MAX_LATENCY, fmt::format("{:.0f}/{:.0f}", frames, sampleRate_));
+}
+
+void TapStreams::setProperty(const char* key, const std::string& value)
+{
+    const spa_dict_item item = SPA_DICT_ITEM_INIT(key, value.c_str());
     const spa_dict properties = SPA_DICT_INIT(&item, 1);
     pw_stream_update_properties(output_.stream, &properties);
 }

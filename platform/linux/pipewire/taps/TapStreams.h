@@ -66,6 +66,11 @@ public:
     /// as they are by themselves.
     void forceCycle(std::uint32_t frames);
 
+    /// Has whatever plays together with these streams run in no longer cycles than it does now;
+    /// shorter ones are possible. Without effect on streams that don't run.
+    void keepCycle();
+    void letCycleGo();
+
     /// How long until links at these streams can change without being noticed, in seconds: in the
     /// first part of a cycle, when its sound has passed and the next is far. 0 is now.
     [[nodiscard]] double untilQuietMoment() const;
@@ -93,6 +98,8 @@ private:
     void noteCycle();
     void setState(Side& side, pw_stream_state state);
     void formatChanged(const spa_pod* format);
+    void limitCycle(double frames);
+    void setProperty(const char* key, const std::string& value);
     void keepFullVolume(Side& side, const spa_pod* props);
 
     static void
@@ -110,6 +117,7 @@ private:
     TapRender render_;
     Side capture_;
     Side output_;
+    std::uint64_t keptCycle_ = 0; ///< in ns; 0 for none
 
     std::atomic<bool> isEnding_{false};
     std::atomic<std::uint64_t> cycleBegan_{0};  ///< of the last cycle, in ns of the monotonic clock

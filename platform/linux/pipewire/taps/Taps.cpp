@@ -40,7 +40,8 @@ Taps::Taps(Graph& graph,
     , levels_(devices)
     , starts_(graph, router_, devices, ids.next(), [this](auto node) { return startTarget(node); })
     , standing_(graph, ids, devices, router_, levels_, standingHost())
-    , waker_(graph, [this](const auto& call) { forEachStreams(call); })
+    , keeper_(connection_, [this](const auto& call) { forEachStreams(call); })
+    , waker_(graph, keeper_, [this](const auto& call) { forEachStreams(call); })
     , beatTimer_(connection_, [this] { beat(); })
     , retireTimer_(connection_,
                    [this] {
@@ -82,6 +83,7 @@ Taps::~Taps()
         Logger("pipewire").error("The sound server doesn't answer: apps may not be given back");
     }
     retired_.clear();
+    keeper_.stop();
     waker_.stop();
     beatTimer_.setInterval(0);
     retireTimer_.setInterval(0);

@@ -107,6 +107,7 @@ private:
     void nodeRemoved(const GraphNode& node) override;
     void linkChanged(const GraphLink& link) override;
     void linkRemoved(const GraphLink& link) override;
+    void settingsChanged() override;
     void metadataChanged(std::uint32_t subject,
                          const std::string& key,
                          const std::optional<std::string>& value) override;
@@ -207,6 +208,7 @@ private:
     StartLevels levels_;
     Starts starts_;
     StandingTaps standing_;
+    CycleKeeper keeper_;
     ConverterWaker waker_;
     std::map<std::uint32_t, Announced> announced_; ///< by node
     std::map<std::uint32_t, Announced> clients_;   ///< who they are, by client
