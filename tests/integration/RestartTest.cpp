@@ -214,6 +214,33 @@ TEST_F(DisturbanceTest, TheDefaultsRateAndQuantumChange)
     forceClock("rate", "0");
 }
 
+TEST_F(DisturbanceTest, CyclesOfTapsBecomeShorterAtOnceAndLongerInTime)
+{
+    // One and a half times the cycle that was measured at a tap.
+    const auto expectLongest = [](const std::string& expected) {
+        std::string longest;
+        EXPECT_TRUE(await([&] {
+            longest = runCommand({"sh", "-c", R"(pw-dump | grep max-latency | sort -u)"}).output;
+            return longest.find('"' + expected + '"') != std::string::npos &&
+                   std::count(longest.begin(), longest.end(), '\n') == 1;
+        })) << longest;
+    };
+    auto patient = playTone("pw-play");
+    command({"volume", appOf(patient), "40%"});
+    expectLongest("3072/48000");
+    {
+        auto quick = play("mpv", tone());
+        ASSERT_TRUE(await([&] { return !appOf(quick).empty(); }));
+        command({"volume", appOf(quick), "50%"});
+        expectLongest("768/48000");
+    }
+    expectLongest("3072/48000");
+    forceClock("quantum", "256");
+    expectLongest("384/48000");
+    forceClock("quantum", "0");
+    expectLongest("3072/48000");
+}
+
 TEST_F(DisturbanceTest, AMachineThatSleepsWakesUpAsItWas)
 {
     auto player = playTone("pw-play");
