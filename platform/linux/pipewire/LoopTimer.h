@@ -35,14 +35,17 @@ public:
     }
 
     /// Fires once, `seconds` from now, instead of anything that was set before; not for 0.
+    /// setInterval(0) turns it off.
     void fireOnce(double seconds)
     {
-        interval_ = 0;
+        interval_ = once;
         timespec value = time(seconds);
         pw_loop_update_timer(connection_.loop(), source_, &value, nullptr, false);
     }
 
 private:
+    static constexpr double once = -1;
+
     static timespec time(double seconds)
     {
         timespec time{};
