@@ -144,21 +144,25 @@ void DeviceTable::refreshDefaults()
         listeners_.notify(kAudioObjectSystemObject, kAudioHardwarePropertyDefaultOutputDevice);
         tellChanged();
     }
-    const auto source = named("default.audio.source");
-    if (refreshDefault(defaultInput_, withScope(source, &Device::inputStreams))) {
+    defaultSourceName_ = named("default.audio.source");
+    if (refreshDefault(defaultInput_, withScope(defaultSourceName_, &Device::inputStreams))) {
         listeners_.notify(kAudioObjectSystemObject, kAudioHardwarePropertyDefaultInputDevice);
     }
-    missing_.update(graph_.hasMetadata() && isDefaultMissing(defaultSinkName_, source));
+    missing_.update(graph_.hasMetadata() && isDefaultMissing());
 }
 
-bool DeviceTable::isDefaultMissing(const std::string& sink, const std::string& source) const
+bool DeviceTable::isDefaultMissing() const
 {
-    const bool isSinkGone = graph_.nodeNamed(sink) == nullptr;
-    return std::any_of(order_.begin(), order_.end(), [&](const AudioObjectID object) {
-        const Device& device = devices_.at(object);
-        return !device.frozenUntil && ((isSinkGone && !device.outputStreams.empty()) ||
-                                       (source.empty() && !device.inputStreams.empty()));
-    });
+    const auto isMissing = [this](const std::string& name, auto streams) {
+        const bool isNamed =
+            graph_.nodeNamed(name) != nullptr && withScope(name, streams) != kAudioObjectUnknown;
+        return !isNamed && std::any_of(order_.begin(), order_.end(), [&](AudioObjectID object) {
+            const Device& device = devices_.at(object);
+            return !device.frozenUntil && !(device.*streams).empty();
+        });
+    };
+    return isMissing(defaultSinkName_, &Device::outputStreams) ||
+           isMissing(defaultSourceName_, &Device::inputStreams);
 }
 
 bool DeviceTable::refreshDefault(Default& chosen, AudioObjectID named)

@@ -46,6 +46,9 @@ public:
     [[nodiscard]] AudioObjectID defaultInput() const { return defaultInput_.device; }
     /// What the session manager calls the default, whether or not it is there; empty for none.
     [[nodiscard]] const std::string& defaultSinkName() const { return defaultSinkName_; }
+    /// There are outputs, or inputs, and none of them is what the session manager last called the
+    /// default: a change of it was kept from us. What monitors an output is no input. [locked]
+    [[nodiscard]] bool isDefaultMissing() const;
 
     /// Absent or 0 for devices that aren't there. [locked]
     [[nodiscard]] std::optional<std::string> nodeNameForDevice(AudioObjectID device) const;
@@ -136,7 +139,6 @@ private:
     void lose(AudioObjectID object);
     [[nodiscard]] bool isAsComplete(const GraphNode& node, const Device& before) const;
     void refreshDefaults();
-    [[nodiscard]] bool isDefaultMissing(const std::string& sink, const std::string& source) const;
     [[nodiscard]] bool refreshDefault(Default& chosen, AudioObjectID named);
     void remember(AudioObjectID object, const NodeVolume& wanted);
     void follow(AudioObjectID object, const GraphNode& node);
@@ -169,6 +171,7 @@ private:
     Default defaultInput_;
     MissingDefaults missing_;
     std::string defaultSinkName_;
+    std::string defaultSourceName_;
     double graphRate_ = 48000;
 };
 

@@ -95,6 +95,24 @@ TEST_F(DeviceTableTest, DefaultsFollowTheSessionsChoiceEvenWhenItComesFirst)
     EXPECT_EQ(devices.defaultOutput(), 0U);
 }
 
+TEST_F(DeviceTableTest, ADefaultIsMissingWhileThereIsOneOfItsKindAndNoneIsNamed)
+{
+    EXPECT_FALSE(devices.isDefaultMissing()) << "there is no device";
+    sinkNode(20, "speakers");
+    EXPECT_TRUE(devices.isDefaultMissing());
+    feed.metadata(0, "default.audio.sink", R"({"name":"speakers"})");
+    feed.metadata(0, "default.audio.source", R"({"name":"speakers"})");
+    EXPECT_FALSE(devices.isDefaultMissing()) << "there is no input to be named";
+    microphone();
+    EXPECT_TRUE(devices.isDefaultMissing()) << "what monitors the speakers was named before";
+    feed.metadata(0, "default.audio.source", R"({"name":"mic"})");
+    EXPECT_FALSE(devices.isDefaultMissing());
+    feed.node(31, {{"media.class", "Audio/Source"}, {"node.name", "headset"}});
+    feed.remove(30);
+    thaw();
+    EXPECT_TRUE(devices.isDefaultMissing()) << "the one that was named has gone";
+}
+
 TEST_F(DeviceTableTest, HeadphonesShowThroughTheRouteOfTheNodesOwnPort)
 {
     const auto route = [](int device, const char* port) {
