@@ -34,7 +34,8 @@ constexpr std::array verdicts{"settled", "FAILED", "RIG FAILED"};
 enum Verdict : std::size_t {
     settled,
     failed,
-    rigFailed ///< again and again: nothing is known about Fadewell
+    rigFailed, ///< nothing is known about Fadewell
+    repeated   ///< the rig failed, and the fault was done once more
 };
 
 /// Does one fault, in a fresh world after one that failed; `text` says what was done, and after a
@@ -67,7 +68,7 @@ Verdict attempt(const Options& options,
 int run(const Options& options)
 {
     using Clock = std::chrono::steady_clock;
-    std::map<std::string, std::array<int, verdicts.size()>> counts;
+    std::map<std::string, std::array<int, repeated + 1>> counts;
     std::unique_ptr<FaultWorld> world;
     int bad = 0;
     for (auto number = options.first; number < options.first + options.count; ++number) {
@@ -77,6 +78,10 @@ int run(const Options& options)
         auto verdict = rigFailed;
         for (int i = 0; i < attempts && verdict == rigFailed && isInterrupted == 0; ++i) {
             verdict = attempt(options, number, world, text);
+            if (verdict == rigFailed && i + 1 < attempts) {
+                ++counts[name][repeated];
+                fmt::print("{} {}: once more, the rig failed: {}\n", number, name, text);
+            }
         }
         if (isInterrupted != 0) { // what it did to this fault is no one's failure
             fmt::print("Interrupted; go on with --seed {} --from {}.\n", options.seed, number);
@@ -93,9 +98,10 @@ int run(const Options& options)
                    text);
         std::fflush(stdout);
     }
-    fmt::print("{:12} {:>8} {:>8} {:>12}\n", "fault", "settled", "failed", "rig failed");
+    constexpr auto row = "{:12} {:>8} {:>8} {:>12} {:>10}\n";
+    fmt::print(row, "fault", "settled", "failed", "rig failed", "repeated");
     for (const auto& [name, kinds] : counts) {
-        fmt::print("{:12} {:8} {:8} {:12}\n", name, kinds[0], kinds[1], kinds[2]);
+        fmt::print(row, name, kinds[settled], kinds[failed], kinds[rigFailed], kinds[repeated]);
     }
     return bad == 0 ? 0 : 1;
 }

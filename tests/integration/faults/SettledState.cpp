@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <csignal>
 #include <fmt/format.h>
 #include <thread>
 
@@ -203,12 +204,18 @@ void checkSettings(FaultWorld& world, Complaints& complaints)
     }
 }
 
+/// A player is an unmodified program of others: that the sound library crashes in it when outputs
+/// go and come is told as what it is, also without Fadewell.
 void checkPlayers(FaultWorld& world, Complaints& complaints)
 {
     for (auto& app : world.apps()) {
-        if (!app.player->isRunning()) {
-            complaints.push_back(app.name + " has ended: " + app.player->errors());
+        if (app.player->isRunning()) {
+            continue;
         }
+        if (app.player->wait() == -SIGSEGV) {
+            throw std::runtime_error(app.name + " crashed itself");
+        }
+        complaints.push_back(app.name + " has ended: " + app.player->errors());
     }
 }
 
