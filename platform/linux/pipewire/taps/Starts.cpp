@@ -14,6 +14,8 @@ namespace {
 constexpr double waitSeconds = 0.250;
 // From a client's first word to its stream.
 constexpr double expectSeconds = 0.300;
+// From one stream of a client to its next one.
+constexpr double expectAnotherSeconds = 1.0;
 // The session manager still takes the last stream out of the lobby.
 constexpr double leaveSeconds = 0.020;
 constexpr double tickSeconds = 0.010;
@@ -36,6 +38,11 @@ Starts::Starts(Graph& graph,
 void Starts::expectPulseStream()
 {
     openLobby(expectSeconds);
+}
+
+void Starts::expectAnotherPulseStream()
+{
+    openLobby(expectAnotherSeconds);
 }
 
 void Starts::begin(std::uint32_t node)

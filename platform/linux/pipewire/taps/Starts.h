@@ -41,6 +41,8 @@ public:
 
     /// A client appeared that may begin to play and will have to wait for its answer then.
     void expectPulseStream();
+    /// A Pulse client's stream ended; another one often follows, and the client says nothing first.
+    void expectAnotherPulseStream();
 
     /// The server announced this stream.
     void begin(std::uint32_t node);

@@ -87,6 +87,17 @@ void Taps::clientRemoved(const GraphClient& client)
     clients_.erase(client.id);
 }
 
+void Taps::expectAnother(const GraphNode& ended)
+{
+    const auto client = clients_.find(clientOf(ended));
+    const bool wasRouted = router_.tapOf(ended.id) != 0;
+    if (wasRouted && client != clients_.end() && isConcerned(client->second.appID) &&
+        find(ended.props, PW_KEY_CLIENT_API) == "pipewire-pulse")
+    {
+        starts_.expectAnotherPulseStream();
+    }
+}
+
 void Taps::nodeAppeared(const GraphNode& node)
 {
     router_.appeared(node.id);

@@ -317,6 +317,7 @@ void Taps::nodeRemoved(const GraphNode& node)
     announced_.erase(node.id);
     starts_.forget(node.id);
     standing_.streamRemoved();
+    expectAnother(node);
     router_.forget(node);
     updateLeftover(node.id);
     for (auto& [id, tap] : taps_) {

@@ -138,6 +138,8 @@ private:
     [[nodiscard]] std::optional<Announced> ownerOf(const GraphNode& stream);
     [[nodiscard]] const TapObject* tapFor(const Announced& owner) const;
     void announce(const GraphNode& node);
+    /// Its client may begin another stream at once.
+    void expectAnother(const GraphNode& ended);
     [[nodiscard]] std::optional<Starts::Target> startTarget(std::uint32_t node);
     [[nodiscard]] static bool carries(const TapObject& tap);
     [[nodiscard]] bool isExpected(const std::string& appID) const;
