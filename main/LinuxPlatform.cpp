@@ -1,4 +1,8 @@
+#include "audio/MicrophoneController.h"
+#include "audio/TapManager.h"
 #include "base/Logger.h"
+#include "base/SystemClock.h"
+#include "base/ThreadQueue.h"
 #include "main/Platform.h"
 #include "main/QtDescriptorWatch.h"
 #include "platform/linux/FileUserDefaults.h"
@@ -26,10 +30,13 @@
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
+#include <unistd.h>
 #include <utility>
 
 namespace fadewell {
 namespace {
+
+constexpr unsigned giveBackSeconds = 10;
 
 std::shared_ptr<LinuxHotKeyService> makeHotKeys(const std::shared_ptr<SerialQueue>& mainQueue)
 {
@@ -86,6 +93,45 @@ bool isFlatpak()
     return std::filesystem::exists("/.flatpak-info", ignored);
 }
 
+std::shared_ptr<PipeWireHardware> makeHardware(const std::shared_ptr<AppIdentities>& identities,
+                                               std::shared_ptr<Heartbeat> heartbeat,
+                                               std::string& error)
+{
+    PipeWireHardware::Options options;
+    options.connection.heartbeat = std::move(heartbeat);
+    options.journalFolder = XdgPaths::current().ownRuntimeFolder();
+    return PipeWireHardware::create(std::move(options), identities, error);
+}
+
+std::shared_ptr<FileUserDefaults> makeDefaults(const std::shared_ptr<SerialQueue>& queue)
+{
+    const auto paths = XdgPaths::current();
+    const auto file = paths.settingsFile();
+    return std::make_shared<FileUserDefaults>(
+        file, paths.ownRuntimeFolder() / file.filename(), queue);
+}
+
+/// After the last failure there is nobody else to give back what it left taken. Without windows and
+/// their libraries, in a process of its own, which the system ends should the sound server hang.
+int giveBack()
+{
+    alarm(giveBackSeconds);
+    std::string error;
+    const auto hardware = makeHardware(std::make_shared<AppIdentities>(), nullptr, error);
+    if (!hardware) {
+        Logger("main").notice("Nothing can be given back: {}", error);
+        return 1;
+    }
+    const auto clock = std::make_shared<SystemClock>();
+    const auto defaults =
+        makeDefaults(std::make_shared<ThreadQueue>("app.fadewell.defaults", clock));
+    MicrophoneController::restoreLeftMuted(*hardware, *defaults);
+    if (TapManager::removeLeftovers(*hardware) > 0) {
+        hardware->wakePlayers();
+    }
+    return 0;
+}
+
 std::optional<std::string> variable(const char* name)
 {
     const char* const value = std::getenv(name);
@@ -108,7 +154,7 @@ int runSupervised(const std::function<int(const std::shared_ptr<Heartbeat>& hear
         Logger("main").error("Runs without a supervisor: {}", error.what());
         return program(nullptr);
     }
-    return supervisor->run(program);
+    return supervisor->run(program, giveBack);
 }
 
 std::optional<Platform> makePlatform(const std::shared_ptr<SerialQueue>& mainQueue,
@@ -117,11 +163,7 @@ std::optional<Platform> makePlatform(const std::shared_ptr<SerialQueue>& mainQue
                                      std::string& error)
 {
     const auto identities = std::make_shared<AppIdentities>();
-    const auto paths = XdgPaths::current();
-    PipeWireHardware::Options options;
-    options.connection.heartbeat = std::move(heartbeat);
-    options.journalFolder = paths.ownRuntimeFolder();
-    const auto hardware = PipeWireHardware::create(std::move(options), identities, error);
+    const auto hardware = makeHardware(identities, std::move(heartbeat), error);
     if (!hardware) {
         return std::nullopt;
     }
@@ -134,10 +176,7 @@ std::optional<Platform> makePlatform(const std::shared_ptr<SerialQueue>& mainQue
     platform.inspection = std::make_shared<LinuxInspection>(hardware);
     const auto workspace = std::make_shared<XdgWorkspace>(identities, mainQueue, makeFrontWindow());
     platform.workspace = workspace;
-    platform.defaults = std::make_shared<FileUserDefaults>(paths.settingsFile(),
-                                                           paths.ownRuntimeFolder() /
-                                                               paths.settingsFile().filename(),
-                                                           makeQueue("app.fadewell.defaults"));
+    platform.defaults = makeDefaults(makeQueue("app.fadewell.defaults"));
     const auto messages =
         std::make_shared<OnScreenMessages>(QDBusConnection::sessionBus(), platform.defaults);
     workspace->onAnnounced([messages](std::string_view text) { messages->show(text); });
@@ -146,7 +185,7 @@ std::optional<Platform> makePlatform(const std::shared_ptr<SerialQueue>& mainQue
         platform.loginItemService =
             std::make_shared<PortalLoginItem>(QDBusConnection::sessionBus(), platform.defaults);
     } else {
-        auto place = AutostartItem::Place::current(paths, variable);
+        auto place = AutostartItem::Place::current(XdgPaths::current(), variable);
         place.program = startedProgram(place.program);
         platform.loginItemService = std::make_shared<AutostartItem>(std::move(place));
     }

@@ -100,10 +100,17 @@ TEST_F(SupervisorTest, ACrashRestartsItOnce)
     EXPECT_TRUE(logTells("crashed (Segmentation fault): it is started again"));
     expectGain(*speakers_, decibels(0.4));
 
+    command({"microphone", "off"});
     kill(fadewell_->pid(), SIGKILL);
     EXPECT_EQ(fadewell_->wait(), 3);
     EXPECT_TRUE(logTells("crashed (Killed) again"));
     expectGain(*speakers_, 0);
+    // Nothing is left to the next one, for there may be none.
+    EXPECT_EQ(runTool({"pw-metadata"}).output.find("fadewell"), std::string::npos);
+    EXPECT_TRUE(logTells("Unmuted 1 microphone(s) left muted"));
+    EXPECT_NE(runTool({"pw-metadata", "-n", "settings", "0", "clock.force-quantum"})
+                  .output.find("value:'0'"),
+              std::string::npos);
 }
 
 TEST_F(SupervisorTest, ADebuggedProgramIsLeftAlone)

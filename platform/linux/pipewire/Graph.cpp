@@ -156,6 +156,20 @@ std::optional<std::string> Graph::settingsValue(const std::string& key) const
     return settings_ == nullptr ? std::nullopt : settings_->value(PW_ID_CORE, key);
 }
 
+void Graph::setSetting(const std::string& key, const std::string& value)
+{
+    if (settings_ != nullptr) {
+        settings_->set(PW_ID_CORE, key, nullptr, value.c_str());
+    }
+}
+
+std::uint32_t Graph::longestCycle() const
+{
+    constexpr std::uint32_t usual = 2048;
+    const auto longest = number(settingsValue("clock.max-quantum").value_or(""));
+    return longest && *longest > 0 ? static_cast<std::uint32_t>(*longest) : usual;
+}
+
 int Graph::setMetadata(std::uint32_t subject,
                        const std::string& key,
                        const std::string& type,

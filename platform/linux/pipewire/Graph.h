@@ -72,6 +72,10 @@ public:
                                                            const std::string& key) const;
     /// A value of the server's settings, such as "clock.rate". [locked]
     [[nodiscard]] std::optional<std::string> settingsValue(const std::string& key) const;
+    /// Writes such a value; does nothing while there are no settings. [locked]
+    void setSetting(const std::string& key, const std::string& value);
+    /// The longest cycle that the settings allow, in frames. [locked]
+    [[nodiscard]] std::uint32_t longestCycle() const;
 
     /// Writes a value, or deletes it when `value` is absent; `type` may be empty. A negative errno
     /// when it can't be sent; a refusal comes later, as writeRefused(). [locked]

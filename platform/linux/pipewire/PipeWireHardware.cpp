@@ -14,6 +14,9 @@ using pipewire::Connection;
 
 namespace {
 
+/// In seconds: what the session manager needs to move all streams, and some of the longest cycles.
+constexpr double movingSeconds = 0.5;
+constexpr double longCycleSeconds = 0.2;
 /// A server that answers nothing in this time is none.
 constexpr double answerTime = 3.0;
 
@@ -73,6 +76,22 @@ PipeWireHardware::~PipeWireHardware()
     connection_->onDisconnected(nullptr);
     connection_->reconnect(nullptr);
     graph_.detach();
+}
+
+void PipeWireHardware::wakePlayers()
+{
+    constexpr auto cycle = "clock.force-quantum";
+    const Connection::Lock lock(*connection_);
+    const auto wait = [this](double seconds) {
+        connection_->waitFor(seconds, [] { return false; });
+    };
+    wait(movingSeconds);
+    if (graph_.settingsValue(cycle).value_or("0") == "0") { // Else it was chosen by hand.
+        graph_.setSetting(cycle, std::to_string(graph_.longestCycle()));
+        wait(longCycleSeconds);
+        graph_.setSetting(cycle, "0");
+        connection_->roundTrip(answerTime);
+    }
 }
 
 bool PipeWireHardware::fillMirror(std::string& error)

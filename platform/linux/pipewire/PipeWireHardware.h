@@ -48,6 +48,10 @@ public:
     [[nodiscard]] static std::shared_ptr<PipeWireHardware>
     create(Options options, std::shared_ptr<ProcessIdentity> identity, std::string& error);
     ~PipeWireHardware() override;
+
+    /// Lets everybody play one longer cycle, once the session manager has moved who was tapped:
+    /// players whose sample converter was caught in the middle of a buffer go on. Takes a second.
+    void wakePlayers();
     PipeWireHardware(const PipeWireHardware&) = delete;
     PipeWireHardware& operator=(const PipeWireHardware&) = delete;
 

@@ -67,9 +67,9 @@ Supervisor::Supervisor()
     resetSignals();
 }
 
-int Supervisor::run(const Program& program)
+int Supervisor::run(const Program& program, const std::function<int()>& giveBack)
 {
-    for (;;) {
+    for (bool isOver = false;;) {
         const double started = SystemClock().uptime();
         child_ = start();
         if (child_ < 0) {
@@ -77,16 +77,20 @@ int Supervisor::run(const Program& program)
             return couldNotStart;
         }
         if (child_ == 0) {
-            return program(heartbeat_);
+            return isOver ? giveBack() : program(heartbeat_);
         }
         const Ending ending = watch();
+        if (isOver) {
+            return failedRepeatedly;
+        }
         if (ending.failure.empty()) {
             return ending.status;
         }
         if (!budget_.allows(started, SystemClock().uptime())) {
             log_.error("Fadewell {} again: it stays ended, apps play as without it",
                        ending.failure);
-            return failedRepeatedly;
+            isOver = true;
+            continue;
         }
         log_.error("Fadewell {}: it is started again", ending.failure);
     }

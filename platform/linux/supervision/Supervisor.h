@@ -33,9 +33,10 @@ public:
     /// has no descriptors left. [main thread]
     Supervisor();
 
-    /// Returns in both processes: in the child with what the program returned, here with the exit
-    /// status of the last run. [main thread]
-    [[nodiscard]] int run(const Program& program);
+    /// Returns in each process: in a child with what it returned, here with the exit status of the
+    /// last run. When the program has failed too often, `giveBack` is run once, in a process of its
+    /// own; it has to end by itself. [main thread]
+    [[nodiscard]] int run(const Program& program, const std::function<int()>& giveBack);
 
 private:
     /// How a run has ended.

@@ -200,18 +200,22 @@ void FaultWorld::endFadewell(bool byCommand)
     isMicrophoneMuted_ = false;
 }
 
+bool FaultWorld::awaitDecision(std::chrono::milliseconds time)
+{
+    return await(
+        [this] { return !fadewell_->isRunning() || Fadewell::control({"outputs"}).code == 0; },
+        time);
+}
+
 void FaultWorld::killFadewell(const std::vector<RememberedSettings>& possible)
 {
     note("kill Fadewell");
-    const auto killed = worker_;
-    kill(killed, SIGKILL);
-    const auto isDecided = [&] {
-        return !fadewell_->isRunning() || (fadewell_->pid() != killed && fadewell_->pid() != 0);
-    };
-    if (!await(isDecided, answerTime)) {
+    kill(worker_, SIGKILL);
+    if (!awaitDecision(answerTime)) {
         throw Unsettled("neither ended nor restarted");
     }
     presence_ = Presence::killed;
+    isMicrophoneMuted_ = false;
     if (fadewell_->isRunning()) {
         awaitAnswer();
         acceptSettings(possible);
@@ -228,10 +232,10 @@ void FaultWorld::freezeFadewell(std::chrono::milliseconds time,
     std::this_thread::sleep_for(time);
     syscall(SYS_pidfd_send_signal, handle, SIGCONT, nullptr, 0);
     close(handle);
-    const bool isMuted = isMicrophoneMuted_;
+    const bool isMuted = std::exchange(isMicrophoneMuted_, false);
     const auto before = worker_;
     presence_ = Presence::killed; // by its supervisor, which doesn't start it a second time
-    if (await([this] { return !fadewell_->isRunning(); }, fadewell_->pid() == before ? 0ms : 1s)) {
+    if (awaitDecision(answerTime) && !fadewell_->isRunning()) {
         return;
     }
     awaitAnswer();

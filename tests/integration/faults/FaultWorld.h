@@ -85,6 +85,8 @@ private:
     void learnIDs();
     void command(std::vector<std::string> arguments);
     void awaitAnswer();
+    /// What has become of a Fadewell that was killed: it has ended for good, or answers again.
+    [[nodiscard]] bool awaitDecision(std::chrono::milliseconds time);
     void acceptSettings(const std::vector<RememberedSettings>& possible);
     [[nodiscard]] static RememberedSettings shownSettings(const PlayingApp& app);
     void countLoss();

@@ -52,7 +52,7 @@ possibleOutputs(const FaultWorld& world, const PlayingApp& app, const std::strin
     if (!live.contains(app.ownOutput)) {
         return {defaultOutput};
     }
-    if (app.mayHaveLeftItsOwnOutput || world.presence() == Presence::killed) {
+    if (app.mayHaveLeftItsOwnOutput) {
         return {app.ownOutput, defaultOutput};
     }
     return {app.ownOutput};
@@ -146,11 +146,8 @@ void checkNodes(const FaultWorld& world, const ServerState& state, Complaints& c
         if (isOwn && (!isRunning || node.name.find("lobby") != std::string::npos)) {
             complaints.push_back("left behind: node " + node.name);
         }
-        // Of a Fadewell that was killed the next one takes care.
-        const bool isMicrophone = node.name == "microphone";
-        const bool shallBeMuted = isMicrophone && world.isMicrophoneMuted();
-        if (node.isMuted != shallBeMuted && !(isMicrophone && world.presence() == Presence::killed))
-        {
+        const bool shallBeMuted = node.name == "microphone" && world.isMicrophoneMuted();
+        if (node.isMuted != shallBeMuted) {
             complaints.push_back(
                 fmt::format("{} is {}", node.name, node.isMuted ? "muted" : "not muted"));
         }
@@ -160,14 +157,12 @@ void checkNodes(const FaultWorld& world, const ServerState& state, Complaints& c
     }
 }
 
-void checkTargets(const FaultWorld& world, const ServerState& state, Complaints& complaints)
+void checkTargets(const ServerState& state, Complaints& complaints)
 {
     for (const auto& target : state.targets) {
         if (!state.hasNode(target.subject)) {
             complaints.push_back(fmt::format("target {} of a stream that is gone", target.value));
-        } else if (target.value != "-1" && target.value != "null" && !state.hasNode(target.value) &&
-                   world.presence() != Presence::killed)
-        {
+        } else if (target.value != "-1" && target.value != "null" && !state.hasNode(target.value)) {
             complaints.push_back(fmt::format("target {} does not exist", target.value));
         }
     }
@@ -241,7 +236,7 @@ Complaints look(FaultWorld& world)
     const auto state = ServerState::read();
     checkSound(world, state, complaints);
     checkNodes(world, state, complaints);
-    checkTargets(world, state, complaints);
+    checkTargets(state, complaints);
     checkSettings(world, complaints);
     return complaints;
 }

@@ -11,12 +11,9 @@ constexpr double tickSeconds = 0.150;
 constexpr int mostTicks = 20;
 constexpr int mostLongCycles = 3;
 
-// The library's own, for a server that doesn't tell.
-constexpr std::uint32_t usualLongest = 2048;
-
 } // namespace
 
-void ConverterWaker::outputLost()
+void ConverterWaker::watch()
 {
     ticks_ = mostTicks;
     longCycles_ = mostLongCycles;
@@ -36,7 +33,7 @@ void ConverterWaker::tick()
             starved_.insert(&streams);
             if (before.contains(&streams)) {
                 keeper_.letGo();
-                streams.forceCycle(longestCycle());
+                streams.forceCycle(graph_.longestCycle());
                 isLong_ = true;
             }
         });
@@ -56,12 +53,6 @@ bool ConverterWaker::isFed(const TapStreams& streams) const
         return link->state == PW_LINK_STATE_ACTIVE && player &&
                player->state == PW_NODE_STATE_RUNNING;
     });
-}
-
-std::uint32_t ConverterWaker::longestCycle() const
-{
-    const auto longest = number(graph_.settingsValue("clock.max-quantum").value_or(""));
-    return longest && *longest > 0 ? static_cast<std::uint32_t>(*longest) : usualLongest;
 }
 
 } // namespace fadewell::pipewire

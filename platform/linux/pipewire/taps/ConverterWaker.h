@@ -26,14 +26,14 @@ public:
         , timer_(graph.connection(), [this] { tick(); })
     {}
 
-    /// Streams have lost their output: they are watched for some time.
-    void outputLost();
+    /// Streams have lost their output, or the taps of a run that failed: they are watched for some
+    /// time.
+    void watch();
     void stop() { timer_.setInterval(0); }
 
 private:
     void tick();
     [[nodiscard]] bool isFed(const TapStreams& streams) const;
-    [[nodiscard]] std::uint32_t longestCycle() const;
 
     Graph& graph_;
     CycleKeeper& keeper_;

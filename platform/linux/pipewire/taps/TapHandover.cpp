@@ -121,7 +121,7 @@ void Taps::linkRemoved(const GraphLink& link)
     keeper_.linkChanged();
     forEachStreams([&](TapStreams& streams) {
         if (streams.outputNode() == link.outputNode) {
-            waker_.outputLost();
+            waker_.watch();
         }
     });
     for (auto& [id, tap] : taps_) {

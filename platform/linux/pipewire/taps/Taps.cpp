@@ -183,6 +183,7 @@ OSStatus Taps::destroyProcessTap(AudioObjectID tap)
     const auto found = taps_.find(tap);
     if (found == taps_.end()) {
         const bool wasLeft = leftovers_.destroy(tap);
+        waker_.watch();
         return wasLeft ? kAudioHardwareNoError : kAudioHardwareBadObjectError;
     }
     std::erase_if(procedures_, [&](const auto& entry) {
