@@ -40,7 +40,8 @@ Composition::Composition(Platform platform,
                          std::shared_ptr<SerialQueue> mainQueue,
                          std::shared_ptr<Clock> clock,
                          QueueFactory makeQueue)
-    : platform_(std::move(platform))
+    : hardwareOwner_(platform.hardware)
+    , platform_(std::move(platform))
     , model_(makeModel(platform_, mainQueue, clock, makeQueue))
     , loginItem_(platform_.loginItemService
                      ? std::make_shared<LoginItem>(platform_.loginItemService)

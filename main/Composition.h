@@ -5,6 +5,7 @@
 #include "app/LoginItem.h"
 #include "app/MixerModel.h"
 #include "base/Clock.h"
+#include "base/LastOwner.h"
 #include "base/SerialQueue.h"
 #include "main/Platform.h"
 #include "shortcuts/KeyboardShortcuts.h"
@@ -45,6 +46,7 @@ public:
     void terminate();
 
 private:
+    LastOwner hardwareOwner_; ///< first, as it waits for all the others
     Platform platform_;
     std::shared_ptr<MixerModel> model_;
     std::shared_ptr<LoginItem> loginItem_; ///< may be absent
