@@ -241,6 +241,40 @@ TEST_F(DisturbanceTest, CyclesOfTapsBecomeShorterAtOnceAndLongerInTime)
     expectLongest("3072/48000");
 }
 
+/// Restarted, it now and then links a stream to an output and to its tap, and forgets the former.
+TEST_F(DisturbanceTest, AForgottenLinkOfTheSessionManagerGoesAndAPatchStays)
+{
+    const auto player = playTone("pw-play");
+    command({"volume", appOf(player), "40%"});
+    expectSoon(*speakers_, decibels(gain));
+    endProgram(sessionManager);
+    startProgram(sessionManager);
+    awaitSession();
+    std::string manager;
+    for (const auto& object : nlohmann::json::parse(runTool({"pw-dump"}).output)) {
+        const auto props = object.value("props", nlohmann::json::object());
+        if (props.value("metadata.name", "") == "default") {
+            manager = props.at("client.id").dump();
+        }
+    }
+    const auto link = [](const std::string& side, const std::string& props) {
+        const auto result = runTool({"pw-link",
+                                     "--props=" + props,
+                                     "pw-play:output_" + side,
+                                     headphones + (":playback_" + side)});
+        EXPECT_EQ(result.code, 0) << result.errors;
+    };
+    const auto isLinked = [](const std::string& side) {
+        const auto expected = headphones + (":playback_" + side) + "\n  |<- pw-play:output_";
+        return runTool({"pw-link", "-l"}).output.find(expected) != std::string::npos;
+    };
+    link("FR", "{}");
+    link("FL", "{ \"client.id\": " + manager + " }");
+    EXPECT_TRUE(isLinked("FL"));
+    EXPECT_TRUE(await([&] { return !isLinked("FL"); }));
+    EXPECT_TRUE(isLinked("FR"));
+}
+
 TEST_F(DisturbanceTest, AMachineThatSleepsWakesUpAsItWas)
 {
     auto player = playTone("pw-play");

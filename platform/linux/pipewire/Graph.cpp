@@ -127,6 +127,19 @@ std::vector<const GraphLink*> Graph::linksBetween(std::uint32_t outputNode,
     return between;
 }
 
+bool Graph::isSessionManagers(const GraphLink& link) const
+{
+    const auto maker = number(link.props, PW_KEY_CLIENT_ID);
+    return maker && metadata_ && number(metadata_->object().props, PW_KEY_CLIENT_ID) == maker;
+}
+
+void Graph::destroy(std::uint32_t id)
+{
+    if (registry_ != nullptr) {
+        pw_registry_destroy(registry_, id);
+    }
+}
+
 std::uint32_t Graph::metadataPermissions() const
 {
     return metadata_ == nullptr ? 0 : metadata_->object().permissions;

@@ -65,6 +65,10 @@ public:
     /// The server has let through what it refused before: everything there is counts as writable.
     /// [locked]
     void noteGranted();
+    /// Whether the session manager made the link, and not a patch bay. [locked]
+    [[nodiscard]] bool isSessionManagers(const GraphLink& link) const;
+    /// Asks the server to remove an object. [locked]
+    void destroy(std::uint32_t id);
     /// Has the session manager's metadata told anew. [locked]
     void askMetadataAgain();
     /// A value of the session manager's metadata. [locked]

@@ -124,9 +124,45 @@ void Taps::relink()
             replace(standing->id, standing->streams, std::move(old));
         }
     }
+    removeSecondLinks();
     if (isSettled || relinkTicks_ >= mostTicks) {
         relinkTimer_.setInterval(0);
         standing_.keepOneFree();
+    }
+}
+
+/// A session manager that was restarted now and then links a stream to an output and to its tap,
+/// and forgets the first link: the app would be heard twice. What others have linked is theirs.
+void Taps::removeSecondLinks()
+{
+    const auto before = std::exchange(secondLinks_, {});
+    const auto look = [&](AudioObjectID id, const TapStreams& streams) {
+        for (const auto node : router_.attachedTo(id)) {
+            if (graph_.linksBetween(node, streams.captureNode()).empty()) {
+                continue;
+            }
+            for (const auto* link : graph_.linksBetween(node, SPA_ID_INVALID)) {
+                if (link->inputNode != streams.captureNode() && graph_.isSessionManagers(*link)) {
+                    secondLinks_.insert(link->id);
+                }
+            }
+        }
+    };
+    for (const auto& [id, tap] : taps_) {
+        if (tap.streams) {
+            look(id, *tap.streams);
+        }
+    }
+    for (const auto& standing : standing_.all()) {
+        if (standing->streams) {
+            look(standing->id, *standing->streams);
+        }
+    }
+    for (const auto link : secondLinks_) {
+        if (before.contains(link)) { // Else it may be about to go.
+            Logger("pipewire").info("A stream was linked to an output and to its tap");
+            graph_.destroy(link);
+        }
     }
 }
 

@@ -174,6 +174,7 @@ private:
     void dropStreams();
     void restoreStreams();
     void relink();
+    void removeSecondLinks();
     void retakeStreams();
     void lookForAstray();
     void
@@ -224,7 +225,8 @@ private:
     LoopTimer retireTimer_;
     LoopTimer quietTimer_;
     LoopTimer relinkTimer_;
-    std::set<AudioObjectID> astray_; ///< the taps, as of the last look
+    std::set<AudioObjectID> astray_;      ///< the taps, as of the last look
+    std::set<std::uint32_t> secondLinks_; ///< as seen at the last look
     int relinkTicks_ = 0;
     int relinks_ = 0;
 };
