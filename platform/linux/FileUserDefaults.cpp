@@ -26,11 +26,13 @@ struct FileUserDefaults::State {
 
     State(const std::filesystem::path& path, const std::filesystem::path& sparePath)
         : file(path)
-        , spare(sparePath)
-        , copy(sparePath.parent_path() / ("stored-" + sparePath.filename().native()))
+        , spare(sparePath, SettingsFile::Durability::crash)
+        , copy(sparePath.parent_path() / ("stored-" + sparePath.filename().native()),
+               SettingsFile::Durability::crash)
     {}
 
-    // The file is touched by the constructor and then on the writer's queue only.
+    // The file is touched by the constructor and then on the writer's queue only; the spare file
+    // with its mutex held.
     void load();
     void takeCopy();
     void keepCopy(const std::string& bytes) const;
@@ -50,6 +52,8 @@ struct FileUserDefaults::State {
     const SettingsFile copy;  ///< what was stored last, for a file that was damaged since
     SettingsFile::Version known{.size = -2}; ///< what memory agrees with; at first, nothing
     bool hasFailed = false;
+
+    std::mutex spareMutex;   // Before the other one.
     bool hasUnsaved = false; ///< there is a spare file
 
     std::mutex mutex; // All below.
@@ -110,10 +114,11 @@ void FileUserDefaults::State::takeUnsaved()
     }
 }
 
-/// What can't be stored must not be lost with a crash: it tells of a microphone that is to be
-/// turned on again.
+/// What can't be stored, or waits for a slow disk, must not be lost with a crash: it tells of a
+/// microphone that is to be turned on again.
 void FileUserDefaults::State::keepUnsaved()
 {
+    const std::lock_guard spareGuard(spareMutex);
     SettingsFormat::Document unsaved;
     {
         const std::lock_guard guard(mutex);
@@ -122,6 +127,9 @@ void FileUserDefaults::State::keepUnsaved()
             unsaved[key] = entry == entries.end() ? nlohmann::json() : entry->second;
         }
     }
+    if (unsaved.empty()) {
+        return;
+    }
     std::string reason;
     const auto lock = spare.lock(reason);
     hasUnsaved = lock && !spare.write(SettingsFormat::write(unsaved));
@@ -129,6 +137,13 @@ void FileUserDefaults::State::keepUnsaved()
 
 void FileUserDefaults::State::dropUnsaved()
 {
+    const std::lock_guard spareGuard(spareMutex);
+    {
+        const std::lock_guard guard(mutex);
+        if (!changes.empty()) {
+            return; // It has some of them; the next write takes it away.
+        }
+    }
     std::error_code ignored; // Read again, it changes nothing.
     if (std::exchange(hasUnsaved, false)) {
         std::filesystem::remove(spare.path(), ignored);
@@ -323,6 +338,7 @@ std::vector<std::string> FileUserDefaults::keys() const
 
 void FileUserDefaults::flush()
 {
+    state_->keepUnsaved(); // At once, whatever the disk takes.
     writer_->sync([this] { state_->save(); });
 }
 

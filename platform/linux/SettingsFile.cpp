@@ -39,12 +39,12 @@ bool writeAll(int descriptor, std::string_view bytes)
     return true;
 }
 
-/// The absence of an error: the bytes are in a new file at `path` and on disk.
-std::optional<std::string> createFile(const fs::path& path, std::string_view bytes)
+/// The absence of an error: the bytes are in a new file at `path`.
+std::optional<std::string> createFile(const fs::path& path, std::string_view bytes, bool isSynced)
 {
     unlink(path.c_str()); // What a crash left.
     const FileDescriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
-    if (!file || !writeAll(file.get(), bytes) || fsync(file.get()) != 0) {
+    if (!file || !writeAll(file.get(), bytes) || (isSynced && fsync(file.get()) != 0)) {
         auto reason = lastError();
         unlink(path.c_str());
         return reason;
@@ -63,8 +63,9 @@ void syncFolder(const fs::path& folder)
 
 } // namespace
 
-SettingsFile::SettingsFile(fs::path path)
+SettingsFile::SettingsFile(fs::path path, Durability durability)
     : path_(std::move(path))
+    , durability_(durability)
 {}
 
 fs::path SettingsFile::target() const
@@ -142,7 +143,8 @@ std::optional<std::string> SettingsFile::write(std::string_view bytes) const
 {
     const fs::path file = target();
     const fs::path fresh = file.native() + ".new";
-    if (auto reason = createFile(fresh, bytes)) {
+    const bool isSynced = durability_ == Durability::powerLoss;
+    if (auto reason = createFile(fresh, bytes, isSynced)) {
         return reason;
     }
     if (rename(fresh.c_str(), file.c_str()) != 0) {
@@ -150,7 +152,9 @@ std::optional<std::string> SettingsFile::write(std::string_view bytes) const
         unlink(fresh.c_str());
         return reason;
     }
-    syncFolder(file.parent_path());
+    if (isSynced) {
+        syncFolder(file.parent_path());
+    }
     return std::nullopt;
 }
 

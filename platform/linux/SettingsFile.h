@@ -32,7 +32,15 @@ public:
         bool operator==(const Version&) const = default;
     };
 
-    explicit SettingsFile(std::filesystem::path path);
+    /// What a write outlives. A crash only is the choice where the system empties the folder when
+    /// it starts: nothing waits for a disk then.
+    enum class Durability {
+        powerLoss,
+        crash
+    };
+
+    explicit SettingsFile(std::filesystem::path path,
+                          Durability durability = Durability::powerLoss);
 
     [[nodiscard]] const std::filesystem::path& path() const { return path_; }
     [[nodiscard]] Contents read() const;
@@ -42,8 +50,8 @@ public:
     /// ends with the value. Absent, with the reason, when it is not to be had.
     [[nodiscard]] std::optional<FileDescriptor> lock(std::string& reason) const;
 
-    /// On disk when it returns; the reason otherwise, and the old file is still there. Call with
-    /// the lock held.
+    /// As durable as asked for when it returns; the reason otherwise, and the old file is still
+    /// there. Call with the lock held.
     [[nodiscard]] std::optional<std::string> write(std::string_view bytes) const;
 
     /// Renames the file to "<name>.broken-<UTC time>", never over another one. The new path, or
@@ -55,6 +63,7 @@ private:
     [[nodiscard]] std::filesystem::path target() const;
 
     std::filesystem::path path_;
+    Durability durability_;
 };
 
 } // namespace fadewell

@@ -23,15 +23,6 @@ protected:
         pactl({"set-source-volume", microphone, "100%"});
     }
 
-    static std::string pactl(std::vector<std::string> arguments)
-    {
-        arguments.insert(arguments.begin(), {"timeout", "5", "pactl"});
-        return runTool(arguments).output;
-    }
-    static bool isOff(const std::string& device)
-    {
-        return pactl({"get-source-mute", device}).find("yes") != std::string::npos;
-    }
     static bool hasVolume(const std::string& device, const std::string& percent)
     {
         return pactl({"get-source-volume", device}).find(" " + percent + " ") != std::string::npos;

@@ -101,6 +101,7 @@ TEST_F(SupervisorTest, ACrashRestartsItOnce)
     expectGain(*speakers_, decibels(0.4));
 
     command({"microphone", "off"});
+    ASSERT_TRUE(await([] { return isOff("microphone"); }));
     kill(fadewell_->pid(), SIGKILL);
     EXPECT_EQ(fadewell_->wait(), 3);
     EXPECT_TRUE(logTells("crashed (Killed) again"));
@@ -108,6 +109,7 @@ TEST_F(SupervisorTest, ACrashRestartsItOnce)
     // Nothing is left to the next one, for there may be none.
     EXPECT_EQ(runTool({"pw-metadata"}).output.find("fadewell"), std::string::npos);
     EXPECT_TRUE(logTells("Unmuted 1 microphone(s) left muted"));
+    EXPECT_FALSE(isOff("microphone"));
     EXPECT_NE(runTool({"pw-metadata", "-n", "settings", "0", "clock.force-quantum"})
                   .output.find("value:'0'"),
               std::string::npos);

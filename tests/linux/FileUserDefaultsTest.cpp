@@ -279,6 +279,22 @@ TEST_F(FileUserDefaultsTest, WhatCantBeStoredOutlivesACrashUntilItCan)
     EXPECT_FALSE(fs::exists(folder_.path() / spare_));
 }
 
+TEST_F(FileUserDefaultsTest, AFlushOutlivesACrashBeforeTheDiskIsDone)
+{
+    const auto queue = time_->makeQueue();
+    FileUserDefaults running(folder_.path() / file_, folder_.path() / spare_, queue);
+    running.set("new", 2.0);
+    std::optional<double> next;
+    queue->async([&] { // A flush waits for what the writer is at.
+        EXPECT_FALSE(fs::exists(folder_.path() / file_));
+        next = open().get<double>("new");
+    });
+    running.flush();
+    EXPECT_EQ(next, 2.0);
+    EXPECT_TRUE(stored().contains("new"));
+    EXPECT_FALSE(fs::exists(folder_.path() / spare_));
+}
+
 TEST_F(FileUserDefaultsTest, NeverReplacesWhatItCanNeitherReadNorMoveAway)
 {
     // A folder in the file's place can't be read; renaming over it fails for root too.

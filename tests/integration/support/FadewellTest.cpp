@@ -44,6 +44,17 @@ void FadewellTest::command(std::vector<std::string> arguments)
     EXPECT_EQ(result.code, 0) << result.output << result.errors;
 }
 
+std::string FadewellTest::pactl(std::vector<std::string> arguments)
+{
+    arguments.insert(arguments.begin(), {"timeout", "5", "pactl"});
+    return runTool(arguments).output;
+}
+
+bool FadewellTest::isOff(const std::string& input)
+{
+    return pactl({"get-source-mute", input}).find("yes") != std::string::npos;
+}
+
 void expectGain(const Recorder& recorder, double gain)
 {
     EXPECT_TRUE(recorder.awaitGain(gain)) << "for " << gain << " dB";

@@ -22,6 +22,10 @@ protected:
     [[nodiscard]] static std::string appOf(const ChildProcess& player);
     /// Runs a command of fadewellctl that has to succeed.
     static void command(std::vector<std::string> arguments);
+    /// What pactl prints.
+    static std::string pactl(std::vector<std::string> arguments);
+    /// Whether the server has muted the input.
+    [[nodiscard]] static bool isOff(const std::string& input);
 
     std::optional<Fadewell> fadewell_;
 };
